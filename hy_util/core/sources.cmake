@@ -1,0 +1,2 @@
+target_sources(hy_util PRIVATE
+)
