@@ -12,4 +12,10 @@ enum ExitCode { kExitOk = 0, kExitInputError = 1, kExitUsage = 2 };
 
 void AddLangCommands(CLI::App& app, int& exitCode);
 
+// "hyutil grid ...": the group is made in grid_commands.cpp; the file commands
+// (info, convert) and the query commands (sample, average) live in their own files.
+void AddGridCommands(CLI::App& app, int& exitCode);
+void AddGridFileCommands(CLI::App& grid, int& exitCode);
+void AddGridQueryCommands(CLI::App& grid, int& exitCode);
+
 }  // namespace hyutil

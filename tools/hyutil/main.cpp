@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
 
   int exitCode = hyutil::kExitOk;
   hyutil::AddLangCommands(app, exitCode);
+  hyutil::AddGridCommands(app, exitCode);
 
   try {
     app.parse(argc, argv);
