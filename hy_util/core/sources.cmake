@@ -1,2 +1,3 @@
 target_sources(hy_util PRIVATE
+  core/text_file.cpp
 )
