@@ -34,6 +34,7 @@ class CHU_DPolyLine : public CHU_Object {
   CHU_DPolyLine(const CHU_DPolyLine& other);
   explicit CHU_DPolyLine(const CHU_DPolyLine* other);
   ~CHU_DPolyLine() override;
+  // Replaces the vertices by deep copies and copies data value and item data.
   virtual CHU_DPolyLine& operator=(const CHU_DPolyLine& other);
 
   // True for rings whose last vertex joins the first; CHU_DPolygon answers true.
@@ -134,7 +135,8 @@ class CHU_DPolyLine : public CHU_Object {
   virtual bool PtOnVertex(const CHU_DPoint& p, double tol) const;
 
   // ---- Relations to other shapes ----
-  // Points where the segment a-b meets this chain, in order along the chain;
+  // Points where the segment a-b meets this chain (with its closing edge when
+  // IsClosed()), in order along the chain;
   // collinear overlaps give both ends of the shared stretch. A point met by two
   // adjacent segments (at a vertex) is reported once. When params is not null it
   // receives, for each point, its chain parameter: segment index plus the fraction
@@ -143,7 +145,9 @@ class CHU_DPolyLine : public CHU_Object {
   virtual CHU_CopyableArray<CHU_DPoint> GetIntersectionsWithLine(
       const CHU_DPoint& a, const CHU_DPoint& b, CHU_CopyableArray<double>* params = nullptr) const;
   // Points where another chain (with its closing edge when other.IsClosed()) meets
-  // this one, in order along this chain, with chain parameters as above.
+  // this one (with this chain's closing edge when IsClosed()), in order along this
+  // chain, with chain parameters as above. A chain of one vertex has no segments and
+  // meets nothing.
   virtual CHU_CopyableArray<CHU_DPoint> GetIntersectionsWithPoly(
       const CHU_DPolyLine& other, CHU_CopyableArray<double>* params = nullptr) const;
 
