@@ -1,6 +1,15 @@
 // The library's dynamically creatable classes. Listing them here (rather than
 // registering from static initialisers) keeps them in a static link.
 #include "hy_util/platform/object.h"
+#include "hy_util/geometry/point.h"
+#include "hy_util/geometry/point3d.h"
+#include "hy_util/geometry/polygon.h"
+#include "hy_util/geometry/polyline.h"
+#include "hy_util/geometry/rect.h"
 
 void HU_RegisterLibraryClasses() {
+  CHU_DPoint::RegisterRuntimeClass();
+  CHU_DPoint3D::RegisterRuntimeClass();
+  CHU_DPolygon::RegisterRuntimeClass();
+  CHU_DRect::RegisterRuntimeClass();
 }
