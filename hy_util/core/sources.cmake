@@ -6,5 +6,6 @@ target_sources(hy_util PRIVATE
   core/string_manager_helper.cpp
   core/strings.cpp
   core/date_time.cpp
+  core/error_log.cpp
   core/text_file.cpp
 )

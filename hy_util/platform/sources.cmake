@@ -3,5 +3,6 @@ target_sources(hy_util PRIVATE
   platform/file.cpp
   platform/locale.cpp
   platform/object.cpp
+  platform/process.cpp
   platform/utf8.cpp
 )
