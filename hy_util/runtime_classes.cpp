@@ -11,5 +11,6 @@ void HU_RegisterLibraryClasses() {
   CHU_DPoint::RegisterRuntimeClass();
   CHU_DPoint3D::RegisterRuntimeClass();
   CHU_DPolygon::RegisterRuntimeClass();
+  CHU_DPolyLine::RegisterRuntimeClass();
   CHU_DRect::RegisterRuntimeClass();
 }

@@ -3,9 +3,10 @@
 // Every segment of this chain is met against the other shape's segments with
 // HU_Math::GetIntersectionOfLines (this chain's segment as the first operand, so a
 // collinear overlap comes back in this chain's direction). Hits on one segment are
-// sorted by their fraction along it, and a hit whose chain parameter repeats the
-// previous one (a vertex reached from both adjacent segments, or a ring's first
-// vertex met again by its closing edge) is dropped.
+// sorted by their fraction along it, and a hit that repeats the previous one (same
+// chain parameter or same point: a vertex reached from both adjacent segments, a
+// run of repeated vertices, or a ring's first vertex met again by its closing
+// edge) is dropped.
 
 #include <algorithm>
 #include <cmath>
@@ -102,7 +103,10 @@ class HitCollector {
 
  private:
   void Add(const Hit& hit, double param) {
-    if (!m_paramsSeen.empty() && std::fabs(param - m_paramsSeen.back()) <= kSameParam) return;
+    if (!m_paramsSeen.empty()) {
+      const CHU_DPoint& last = m_points.back();
+      if (std::fabs(param - m_paramsSeen.back()) <= kSameParam || (last.x == hit.x && last.y == hit.y)) return;
+    }
     m_points.Add(CHU_DPoint(hit.x, hit.y));
     m_paramsSeen.push_back(param);
   }
