@@ -31,3 +31,13 @@
 #include "hy_util/geometry/polyline.h"
 #include "hy_util/geometry/rect.h"
 #include "hy_util/geometry/screen_point.h"
+
+#include "hy_util/grids/binary_grid_writer.h"
+#include "hy_util/grids/esri_grid.h"
+#include "hy_util/grids/esri_grid_ascii.h"
+#include "hy_util/grids/esri_grid_binary.h"
+#include "hy_util/grids/esri_grid_header.h"
+#include "hy_util/grids/esri_grid_helper.h"
+#include "hy_util/grids/grid_converter.h"
+#include "hy_util/grids/grid_row_codec.h"
+#include "hy_util/grids/grid_row_source.h"

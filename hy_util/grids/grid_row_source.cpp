@@ -1,0 +1,226 @@
+#include "hy_util/grids/grid_row_source.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "hy_util/grids/esri_grid_ascii.h"
+#include "hy_util/grids/esri_grid_binary.h"
+#include "hy_util/grids/esri_grid_helper.h"
+#include "hy_util/grids/grid_text_number.h"
+
+namespace {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+bool IsSeparator(char ch) { return ch == ' ' || ch == '\t' || ch == '\r' || ch == '\n'; }
+
+// Whitespace-separated tokens of a text file, read through one large buffer.
+class TextTokenStream {
+ public:
+  explicit TextTokenStream(FilePtr file) : file_(std::move(file)), buffer_(kBufferSize) {}
+
+  // The next token and whether it is the first of its line; false at end of
+  // file or on failure (see Failed).
+  bool Next(std::string_view& token, bool& firstOnLine) {
+    for (;;) {
+      SkipSeparators();
+      if (pos_ == end_) {
+        if (!Refill()) return false;
+        continue;
+      }
+      std::size_t i = pos_;
+      while (i < end_ && !IsSeparator(buffer_[i])) ++i;
+      if (i == end_ && !eof_) {  // the token may go on in the next block
+        if (pos_ == 0 && end_ == buffer_.size()) return Fail("a token longer than 1 MiB");
+        Refill();
+        continue;
+      }
+      token = std::string_view(buffer_.data() + pos_, i - pos_);
+      firstOnLine = lineStart_;
+      lineStart_ = false;
+      pos_ = i;
+      return true;
+    }
+  }
+
+  // Passes over the rest of the current line.
+  void SkipLine() {
+    for (;;) {
+      const char* nl = static_cast<const char*>(std::memchr(buffer_.data() + pos_, '\n', end_ - pos_));
+      if (nl != nullptr) {
+        pos_ = static_cast<std::size_t>(nl - buffer_.data());
+        return;
+      }
+      pos_ = end_;
+      if (!Refill()) return;
+    }
+  }
+
+  bool Failed() const { return !failure_.empty(); }
+  const std::string& Failure() const { return failure_; }
+
+ private:
+  static constexpr std::size_t kBufferSize = 1 << 20;
+
+  void SkipSeparators() {
+    for (; pos_ < end_ && IsSeparator(buffer_[pos_]); ++pos_) {
+      if (buffer_[pos_] == '\n') lineStart_ = true;
+    }
+  }
+
+  // Keeps the unread part and appends the next block; false when nothing more came.
+  bool Refill() {
+    if (eof_) return false;
+    std::memmove(buffer_.data(), buffer_.data() + pos_, end_ - pos_);
+    end_ -= pos_;
+    pos_ = 0;
+    const std::size_t got = std::fread(buffer_.data() + end_, 1, buffer_.size() - end_, file_.get());
+    end_ += got;
+    if (got == 0) {
+      eof_ = true;
+      if (std::ferror(file_.get())) Fail(std::strerror(errno));
+    }
+    return got != 0;
+  }
+
+  bool Fail(const std::string& why) {
+    failure_ = why;
+    eof_ = true;
+    pos_ = end_ = 0;
+    return false;
+  }
+
+  FilePtr file_;
+  std::vector<char> buffer_;
+  std::size_t pos_ = 0;
+  std::size_t end_ = 0;
+  bool eof_ = false;
+  bool lineStart_ = true;
+  std::string failure_;
+};
+
+HU_HYBGHeader HeaderOf(const CHU_File_EsriGrid& grid) {
+  return {grid.GetColCount(), grid.GetRowCount(), grid.GetXllCenter(), grid.GetYllCenter(), grid.GetCellSize(),
+          static_cast<float>(grid.GetNoDataValue())};
+}
+
+const char* const kHeaderHelp =
+    "expected the keywords ncols, nrows, xllcorner or xllcenter, yllcorner or yllcenter and cellsize, "
+    "with 1 to 1000000 columns and rows and a positive cell size";
+
+class AsciiRowSource : public IHU_GridRowSource {
+ public:
+  AsciiRowSource(const HU_HYBGHeader& header, FilePtr data, std::string path)
+      : tokens_(std::move(data)), path_(std::move(path)) {
+    header_ = header;
+  }
+
+  bool ReadRow(float* row, std::size_t& valuesRead) override {
+    const std::size_t ncols = static_cast<std::size_t>(header_.ncols);
+    std::fill(row, row + ncols, header_.noData);
+    for (valuesRead = 0; valuesRead < ncols;) {
+      std::string_view token;
+      bool firstOnLine = false;
+      if (!tokens_.Next(token, firstOnLine)) break;
+      double value = 0.0;
+      if (!HU_ParseGridNumber(token, value)) {
+        if (firstOnLine) {  // not a data line
+          tokens_.SkipLine();
+          continue;
+        }
+        ++badTokens_;
+        value = header_.noData;
+      }
+      row[valuesRead++] = static_cast<float>(value);
+    }
+    if (tokens_.Failed()) error_ = "cannot read '" + path_ + "': " + tokens_.Failure();
+    return !tokens_.Failed();
+  }
+
+  std::int64_t ExtraValues() override {
+    std::int64_t extra = 0;
+    std::string_view token;
+    for (bool firstOnLine = false; tokens_.Next(token, firstOnLine);) ++extra;
+    return extra;
+  }
+
+ private:
+  TextTokenStream tokens_;
+  std::string path_;
+};
+
+class FloatRowSource : public IHU_GridRowSource {
+ public:
+  explicit FloatRowSource(std::unique_ptr<CHU_File_EsriGridBinary> grid) : grid_(std::move(grid)) {
+    header_ = HeaderOf(*grid_);
+    grid_->Seek(0, SEEK_SET);
+  }
+
+  bool ReadRow(float* row, std::size_t& valuesRead) override {
+    const std::size_t ncols = static_cast<std::size_t>(header_.ncols);
+    std::fill(row, row + ncols, header_.noData);
+    valuesRead = grid_->Read(row, ncols * sizeof(float)) / sizeof(float);
+    if (valuesRead < ncols && grid_->HasError()) {
+      error_ = "cannot read '" + grid_->GetFilePath() + "': " + std::strerror(errno);
+      return false;
+    }
+    return true;
+  }
+
+  std::int64_t ExtraValues() override {
+    const std::int64_t here = grid_->GetPosition();
+    const std::int64_t length = grid_->GetLength();
+    return here >= 0 && length > here ? (length - here) / 4 : 0;
+  }
+
+ private:
+  std::unique_ptr<CHU_File_EsriGridBinary> grid_;
+};
+
+std::unique_ptr<IHU_GridRowSource> OpenFloatSource(const std::string& path, std::string& error) {
+  auto grid = std::make_unique<CHU_File_EsriGridBinary>(path.c_str());
+  if (!grid->FileOpened()) {
+    error = "cannot open '" + path + "': " + std::strerror(errno);
+    return nullptr;
+  }
+  if (!grid->ReadHeader()) {
+    error = "'" + grid->HeaderPath() + "' is missing or not a valid ESRI grid header: " + kHeaderHelp;
+    return nullptr;
+  }
+  return std::make_unique<FloatRowSource>(std::move(grid));
+}
+
+std::unique_ptr<IHU_GridRowSource> OpenAsciiSource(const std::string& path, std::string& error) {
+  FilePtr data(std::fopen(path.c_str(), "rb"));
+  if (!data) {
+    error = "cannot open '" + path + "': " + std::strerror(errno);
+    return nullptr;
+  }
+  const int first = std::fgetc(data.get());
+  if (first >= 0x80) {
+    error = "'" + path + "' is 16-bit text, which the converter does not read; save it as plain text";
+    return nullptr;
+  }
+  CHU_File_EsriGridASCII grid(path.c_str());
+  if (!grid.FileOpened() || !grid.ReadHeader()) {
+    error = "'" + path + "' does not start with a valid ESRI grid header: " + kHeaderHelp;
+    return nullptr;
+  }
+  if (fseeko(data.get(), static_cast<off_t>(grid.GetPosition()), SEEK_SET) != 0) {
+    error = "cannot read '" + path + "': " + std::strerror(errno);
+    return nullptr;
+  }
+  return std::make_unique<AsciiRowSource>(HeaderOf(grid), std::move(data), path);
+}
+
+}  // namespace
+
+std::unique_ptr<IHU_GridRowSource> HU_OpenGridRowSource(const std::string& path, std::string& error) {
+  return CHU_File_EsriGrid_Helper::isFltFile(path) ? OpenFloatSource(path, error) : OpenAsciiSource(path, error);
+}

@@ -1,0 +1,164 @@
+#include "hy_util/grids/grid_converter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <random>
+
+#include "binary_grid_test_reader.h"
+#include "hy_util/grids/esri_grid_ascii.h"
+#include "support/recording_application.h"
+#include "support/temp_dir.h"
+
+namespace {
+
+// A random grid whose values are exact in float and in "%.3f" text.
+struct Grid {
+  int ncols = 0, nrows = 0;
+  std::vector<float> values;
+};
+
+Grid RandomGrid(int ncols, int nrows, unsigned seed) {
+  std::mt19937 random(seed);
+  std::uniform_int_distribution<int> quarter(-4000, 40000);
+  Grid g{ncols, nrows, {}};
+  for (int i = 0; i < ncols * nrows; ++i) {
+    g.values.push_back(random() % 17 == 0 ? -9999.0f : static_cast<float>(quarter(random)) * 0.25f);
+  }
+  return g;
+}
+
+std::string HeaderText(const Grid& g) {
+  return "ncols " + std::to_string(g.ncols) + "\nnrows " + std::to_string(g.nrows) +
+         "\nxllcorner 1000\nyllcorner 2000\ncellsize 2\nNODATA_value -9999\n";
+}
+
+std::string Number(float v) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.3f", v);
+  return text;
+}
+
+// One row per line, or (wrapped) one value per line with CR LF and blank lines.
+std::string AsciiText(const Grid& g, bool wrapped) {
+  std::string text = HeaderText(g);
+  for (int r = 0; r < g.nrows; ++r) {
+    for (int c = 0; c < g.ncols; ++c) {
+      text += Number(g.values[static_cast<std::size_t>(r) * g.ncols + c]) + (wrapped ? "\r\n\r\n" : " ");
+    }
+    if (!wrapped) text += "\n";
+  }
+  return text;
+}
+
+std::string Convert(const std::string& input, const std::string& output, HU_GridConvertOptions options) {
+  CHU_GridConverter converter(options);
+  EXPECT_TRUE(converter.Convert(input, output)) << converter.GetLastError();
+  EXPECT_TRUE(converter.GetWarnings().empty());
+  return hytest::ReadFileBytes(output);
+}
+
+std::vector<float> DecodedValues(const std::string& bytes) {
+  hytest::DecodedGrid grid;
+  std::string why;
+  EXPECT_TRUE(hytest::DecodeBinaryGrid(bytes, grid, why)) << why;
+  std::vector<float> values;
+  for (const auto& row : grid.rows) values.insert(values.end(), row.begin(), row.end());
+  return values;
+}
+
+TEST(GridConverterTest, ThreadedZlibOutputEqualsSingleThreadedAndClassicOutput) {
+  hytest::TempDir dir;
+  const Grid g = RandomGrid(157, 211, 7);
+  const std::string input = dir.Write("g.asc", AsciiText(g, false));
+  CHU_File_EsriGridASCII classic(input.c_str());
+  ASSERT_TRUE(classic.ConvertToHYBinaryGridFile(dir.File("classic.hybg")));
+  const std::string reference = hytest::ReadFileBytes(dir.File("classic.hybg"));
+  for (int threads : {1, 2, 3, 8}) {
+    EXPECT_EQ(Convert(input, dir.File("t.hybg"), {.threads = threads}), reference) << threads << " threads";
+  }
+  EXPECT_EQ(DecodedValues(reference), g.values);
+}
+
+TEST(GridConverterTest, WrappedRowsAndFloatGridsGiveTheSameFile) {
+  hytest::TempDir dir;
+  const Grid g = RandomGrid(31, 17, 11);
+  const std::string reference = Convert(dir.Write("g.asc", AsciiText(g, false)), dir.File("a.hybg"), {});
+  EXPECT_EQ(Convert(dir.Write("w.asc", AsciiText(g, true)), dir.File("w.hybg"), {.threads = 2}), reference);
+  dir.Write("f.hdr", HeaderText(g));
+  std::string raw(g.values.size() * 4, '\0');
+  std::memcpy(raw.data(), g.values.data(), raw.size());
+  EXPECT_EQ(Convert(dir.Write("f.flt", raw), dir.File("f.hybg"), {.threads = 3}), reference);
+}
+
+TEST(GridConverterTest, LibdeflateStreamsInflateToTheSameRows) {
+  hytest::TempDir dir;
+  const Grid g = RandomGrid(250, 40, 3);
+  const std::string input = dir.Write("g.asc", AsciiText(g, false));
+  for (int level : {1, 6, 12}) {
+    const std::string bytes = Convert(
+        input, dir.File("d.hybg"), {.threads = 2, .codec = HU_GridCodec::Libdeflate, .libdeflateLevel = level});
+    EXPECT_EQ(DecodedValues(bytes), g.values) << "level " << level;
+  }
+}
+
+TEST(GridConverterTest, ShortLongAndDirtyInputsConvertWithWarnings) {
+  hytest::TempDir dir;
+  const std::string header = "ncols 3\nnrows 2\nxllcenter 0\nyllcenter 0\ncellsize 1\nNODATA_value -1\n";
+  CHU_GridConverter converter;
+  ASSERT_TRUE(converter.Convert(dir.Write("short.asc", header + "1 2 3\n4\n"), dir.File("s.hybg")));
+  EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("s.hybg"))), (std::vector<float>{1, 2, 3, 4, -1, -1}));
+  ASSERT_EQ(converter.GetWarnings().size(), 1u);
+  EXPECT_NE(converter.GetWarnings()[0].find("2 fewer values"), std::string::npos);
+
+  ASSERT_TRUE(converter.Convert(dir.Write("long.asc", header + "1 2 3 4\nskip me\n5 x 7 8\n"), dir.File("l.hybg")));
+  EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("l.hybg"))), (std::vector<float>{1, 2, 3, 4, 5, -1}));
+  ASSERT_EQ(converter.GetWarnings().size(), 2u);
+  EXPECT_NE(converter.GetWarnings()[0].find("2 more values"), std::string::npos);
+  EXPECT_NE(converter.GetWarnings()[1].find("1 values are not numbers"), std::string::npos);
+}
+
+TEST(GridConverterTest, OutputThatWouldPassTheOffsetLimitIsStoppedAndRemoved) {
+  hytest::TempDir dir;
+  const Grid g = RandomGrid(20, 50, 5);
+  const std::string input = dir.Write("g.asc", AsciiText(g, false));
+  for (int threads : {1, 2}) {
+    CHU_GridConverter converter({.threads = threads, .maxRowOffset = 1000});
+    EXPECT_FALSE(converter.Convert(input, dir.File("big.hybg")));
+    EXPECT_NE(converter.GetLastError().find("big.hybg' would pass 1001 bytes at row"), std::string::npos)
+        << converter.GetLastError();
+    EXPECT_FALSE(std::filesystem::exists(dir.File("big.hybg")));
+  }
+}
+
+TEST(GridConverterTest, FailuresNameTheFileAndSayWhatIsWrong) {
+  hytest::TempDir dir;
+  CHU_GridConverter converter;
+  EXPECT_FALSE(converter.Convert(dir.File("none.asc"), dir.File("o.hybg")));
+  EXPECT_NE(converter.GetLastError().find("cannot open '" + dir.File("none.asc") + "'"), std::string::npos);
+  EXPECT_FALSE(converter.Convert(dir.Write("bad.asc", "ncols 2\nnrows 2\n1 2\n"), dir.File("o.hybg")));
+  EXPECT_NE(converter.GetLastError().find("bad.asc' does not start with a valid ESRI grid header"),
+            std::string::npos);
+  EXPECT_FALSE(converter.Convert(dir.File("lonely.flt"), dir.File("o.hybg")));
+  dir.Write("lonely.flt", "");
+  EXPECT_FALSE(converter.Convert(dir.File("lonely.flt"), dir.File("o.hybg")));
+  EXPECT_NE(converter.GetLastError().find("lonely.hdr' is missing or not a valid"), std::string::npos);
+  const std::string good = dir.Write("good.asc", AsciiText(RandomGrid(2, 2, 1), false));
+  EXPECT_FALSE(converter.Convert(good, dir.File("no/dir/o.hybg")));
+  EXPECT_NE(converter.GetLastError().find("cannot create '" + dir.File("no/dir/o.hybg") + "'"), std::string::npos);
+}
+
+TEST(GridConverterTest, ProgressRunsToTheLastRowAndStops) {
+  hytest::RecordingApplication app;
+  hytest::TempDir dir;
+  const std::string input = dir.Write("g.asc", AsciiText(RandomGrid(3, 300, 2), false));
+  CHU_GridConverter converter({.threads = 2});
+  ASSERT_TRUE(converter.Convert(input, dir.File("g.hybg")));
+  EXPECT_EQ(app.progressSteps, 300);
+  ASSERT_EQ(app.progressPositions.size(), 100u);
+  EXPECT_EQ(app.progressPositions.back(), 300);
+  EXPECT_EQ(app.progressStops, 1);
+}
+
+}  // namespace
