@@ -1,0 +1,65 @@
+// Feeds arbitrary bytes to the language table as a language file: loading either
+// fills the table or throws the XML reader's error, and lookups, unloading and the
+// language list must then work whatever the file held.
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include <boost/property_tree/exceptions.hpp>
+
+#include "hy_util/core/string_manager.h"
+#include "hy_util/platform/application.h"
+
+namespace {
+
+// Message boxes for bad files would flood the fuzzer's output.
+class QuietApplication : public CHU_DefaultApplication {
+ public:
+  void ShowMessage(const std::string&, HU_MessageKind) override {}
+};
+
+const std::string& ScratchDirectory() {
+  static const std::string directory = [] {
+    static QuietApplication application;
+    HU_SetApplication(&application);
+    char pattern[] = "/tmp/fuzz_language_loader_XXXXXX";
+    const char* made = mkdtemp(pattern);
+    std::string path = made ? made : "/tmp";
+    application.SetAppDirectory(path);
+    return path;
+  }();
+  return directory;
+}
+
+bool WriteLanguageFile(const std::uint8_t* data, std::size_t size) {
+  const std::string path = ScratchDirectory() + "/fuzz.xml";
+  std::FILE* f = std::fopen(path.c_str(), "wb");
+  if (f == nullptr) return false;
+  const bool ok = std::fwrite(data, 1, size, f) == size;
+  return std::fclose(f) == 0 && ok;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (!WriteLanguageFile(data, size)) return 0;
+  CStringManager& manager = CStringManager::Instance();
+  try {
+    manager.LoadStrings("fuzz.xml");
+  } catch (const boost::property_tree::ptree_error&) {
+    // Malformed files are reported by this exception; the table stays usable.
+  }
+  for (const char* key : {"HYSTR_A", " HYSTR_B ", "PFX_NAME", "", "HYSTR_ERROR_LOADING_LANGUAGE_XML"}) {
+    const std::string text = CStringManager::GetStr(key);
+    if (manager.GetString(key) == nullptr) __builtin_trap();
+    (void)text;
+  }
+  manager.GetAvailableLanguages();
+  manager.UnloadStrings();
+  return 0;
+}
