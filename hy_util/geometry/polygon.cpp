@@ -40,19 +40,31 @@ void CHU_DPolygon::AddPt(const CHU_DPoint& p, const CHU_DPoint& after, const CHU
 
 // ---- Measures ----
 
-double CHU_DPolygon::GetSignedArea() const {
+// Shoelace sums over every edge, closing edge included, with coordinates taken
+// relative to the first vertex: the result is the same as with absolute
+// coordinates, without losing the digits that map coordinates (1e5..1e7) would
+// cancel. twiceArea is twice the signed area; sx, sy are the centroid sums.
+void CHU_DPolygon::ShoelaceSums(double& twiceArea, double& sx, double& sy) const {
+  twiceArea = sx = sy = 0.0;
   const int n = GetCount();
-  if (n == 0) return 0.0;
-  double sum = 0.0;
-  for (int i = 1; i < n; ++i) {
+  if (n == 0) return;
+  const double ox = GetAt(0)->x;
+  const double oy = GetAt(0)->y;
+  for (int i = 1; i <= n; ++i) {  // i == n is the closing edge
     const CHU_DPoint* a = GetAt(i - 1);
-    const CHU_DPoint* b = GetAt(i);
-    sum += a->x * b->y - b->x * a->y;
+    const CHU_DPoint* b = GetAt(i % n);
+    const double ax = a->x - ox, ay = a->y - oy, bx = b->x - ox, by = b->y - oy;
+    const double c = ax * by - bx * ay;
+    twiceArea += c;
+    sx += (ax + bx) * c;
+    sy += (ay + by) * c;
   }
-  const CHU_DPoint* last = GetAt(n - 1);
-  const CHU_DPoint* first = GetAt(0);
-  sum += last->x * first->y - first->x * last->y;
-  return sum * 0.5;
+}
+
+double CHU_DPolygon::GetSignedArea() const {
+  double twiceArea = 0.0, sx = 0.0, sy = 0.0;
+  ShoelaceSums(twiceArea, sx, sy);
+  return twiceArea * 0.5;
 }
 
 double CHU_DPolygon::GetArea() const { return std::fabs(GetSignedArea()); }
@@ -70,21 +82,16 @@ double CHU_DPolygon::GetLength() const {
 bool CHU_DPolygon::GetCentroid(CHU_DPoint* out) const {
   const int n = GetCount();
   if (n == 0 || out == nullptr) return false;
-  const double area = GetSignedArea();
-  double cx = 0.0;
-  double cy = 0.0;
+  double twiceArea = 0.0, sx = 0.0, sy = 0.0;
+  ShoelaceSums(twiceArea, sx, sy);
+  const double area = twiceArea * 0.5;
   if (area != 0.0) {
-    for (int i = 1; i <= n; ++i) {  // i == n is the closing edge
-      const CHU_DPoint* a = GetAt(i - 1);
-      const CHU_DPoint* b = GetAt(i % n);
-      const double c = a->x * b->y - b->x * a->y;
-      cx += (a->x + b->x) * c;
-      cy += (a->y + b->y) * c;
-    }
-    out->x = cx / (6.0 * area);
-    out->y = cy / (6.0 * area);
+    out->x = GetAt(0)->x + sx / (6.0 * area);
+    out->y = GetAt(0)->y + sy / (6.0 * area);
     return true;
   }
+  double cx = 0.0;
+  double cy = 0.0;
   for (int i = 0; i < n; ++i) {
     cx += GetAt(i)->x;
     cy += GetAt(i)->y;

@@ -57,7 +57,9 @@ class CHU_DPolygon : public CHU_DPolyLine {
   void AddPt(const CHU_DPoint& p, const CHU_DPoint& after, const CHU_DPoint& unused) override;
 
   // ---- Measures ----
-  // Shoelace area, positive for anticlockwise rings (y up); 0.0 when empty.
+  // Shoelace area, positive for anticlockwise rings (y up); 0.0 when empty. Area
+  // and centroid are summed relative to the first vertex, so map coordinates keep
+  // their precision.
   double GetSignedArea() const;
   double GetArea() const;
   // Perimeter: the stored edges plus the closing edge; 0.0 below two vertices.
@@ -119,8 +121,8 @@ class CHU_DPolygon : public CHU_DPolyLine {
   // appended to pieces as a new anticlockwise polygon, first vertex not doubled,
   // z unset, carrying this polygon's data value and item data. Returns the number
   // of pieces (0 when the rings do not overlap or one has no area), or -1 when
-  // pieces or clip is null, a ring holds a non-finite coordinate or crosses
-  // itself; pieces is then unchanged.
+  // pieces or clip is null, a ring holds a non-finite coordinate or crosses or
+  // touches itself (a spike included); pieces is then unchanged.
   int ClipToPolygon(CHU_DPolygonArray* pieces, const CHU_DPolygon* clip) const;
 
   // The chain's intersection searches with this ring's closing edge included.
@@ -147,6 +149,7 @@ class CHU_DPolygon : public CHU_DPolyLine {
                                                             CHU_DPolygon& destination);
 
  private:
+  void ShoelaceSums(double& twiceArea, double& sx, double& sy) const;
   int ExtremeVertex(bool (*better)(const CHU_DPoint&, const CHU_DPoint&), CHU_DPoint& out) const;
   static void CopyFirstVertices(const CHU_DPolygon& source, int count, bool doubleFirst,
                                 CHU_DPolygon& destination);

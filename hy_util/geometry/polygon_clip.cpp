@@ -42,8 +42,10 @@ RingState ToBoost(const CHU_DPolygon& polygon, BPolygon& out) {
   }
   if (ring.size() < 3) return RingState::NoArea;
   bg::correct(out);
-  if (bg::area(out) == 0.0) return RingState::NoArea;
-  return bg::is_valid(out) ? RingState::Ok : RingState::Invalid;
+  if (bg::is_valid(out)) return RingState::Ok;
+  // Collinear rings are invalid but harmless; rings that cross or touch
+  // themselves cannot be overlaid reliably.
+  return bg::area(out) == 0.0 && !bg::intersects(out) ? RingState::NoArea : RingState::Invalid;
 }
 
 }  // namespace
