@@ -32,6 +32,11 @@
 #include "hy_util/geometry/rect.h"
 #include "hy_util/geometry/screen_point.h"
 
+#include "hy_util/grids/batch_point_sampler.h"
+#include "hy_util/grids/batch_polygon_averager.h"
+#include "hy_util/grids/binary_grid_file.h"
+#include "hy_util/grids/binary_grid_format.h"
+#include "hy_util/grids/binary_grid_lookup.h"
 #include "hy_util/grids/binary_grid_writer.h"
 #include "hy_util/grids/esri_grid.h"
 #include "hy_util/grids/esri_grid_ascii.h"
