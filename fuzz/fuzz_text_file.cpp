@@ -1,0 +1,65 @@
+// Feeds arbitrary bytes to the text file reader as a file: every line is read
+// plain, with comment skipping, and as tokens. Seeking back by the characters
+// read must bring back the same tokens.
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "hy_util/core/text_file.h"
+
+namespace {
+
+const std::string& ScratchPath() {
+  static const std::string path = "/tmp/fuzz_text_file_" + std::to_string(getpid()) + ".txt";
+  return path;
+}
+
+bool WriteScratch(const std::uint8_t* data, std::size_t size) {
+  std::FILE* f = std::fopen(ScratchPath().c_str(), "wb");
+  if (f == nullptr) return false;
+  const bool ok = std::fwrite(data, 1, size, f) == size;
+  return std::fclose(f) == 0 && ok;
+}
+
+void ReadAllLines(bool skipComments) {
+  CHU_File file(ScratchPath().c_str(), HU_modeRead | HU_typeText);
+  file.SetCommentMarkers("!#");
+  std::string line;
+  while (file.ReadLine(line, skipComments)) {
+  }
+}
+
+void ReadAllTokens(bool checkSeekBack) {
+  CHU_File file(ScratchPath().c_str(), " ,\t", HU_modeRead | HU_typeText);
+  file.SetCommentMarkers("#");
+  std::vector<std::string> tokens;
+  std::vector<std::string> again;
+  for (;;) {
+    int lineChars = 0;
+    if (!file.ReadLine(tokens, lineChars)) break;
+    if (!checkSeekBack) continue;
+    int rereadChars = 0;
+    if (!file.Seek(-lineChars, SEEK_CUR) || !file.ReadLine(again, rereadChars) ||
+        again != tokens || rereadChars != lineChars)
+      __builtin_trap();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (!WriteScratch(data, size)) return 0;
+  try {
+    ReadAllLines(false);
+    ReadAllLines(true);
+    ReadAllTokens(size == 0 || data[0] != '\r');
+  } catch (const CHU_FileException&) {
+    // A read error of the file system, not of the content; nothing to check.
+  }
+  return 0;
+}
