@@ -188,18 +188,3 @@ TEST(PolyLineTest, GetLengthToPointMeasuresToTheFootOrTheNullPoint) {
   EXPECT_EQ(repeated.GetLengthToPoint(CHU_DPoint(1.5, 1.5), 1.0), 0.0);
 }
 
-TEST(PolyLineTest, ExtentSpansAllVertices) {
-  const CHU_DPolyLine chain = Chain({{2, -1}, {-3, 5}, {4, 0}});
-  CHU_DRect rect;
-  ASSERT_TRUE(chain.GetExtent(&rect));
-  EXPECT_EQ(rect.Left(), -3.0);
-  EXPECT_EQ(rect.Top(), 5.0);
-  EXPECT_EQ(rect.Right(), 4.0);
-  EXPECT_EQ(rect.Bottom(), -1.0);
-}
-
-TEST(PolyLineTest, IsCreatedByClassName) {
-  const auto object = CHU_RuntimeClassRegistry::Create("CHU_DPolyLine");
-  ASSERT_NE(object, nullptr);
-  EXPECT_TRUE(object->IsKindOf("CHU_DPolyLine"));
-}

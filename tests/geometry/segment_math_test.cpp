@@ -55,12 +55,6 @@ TEST(InterpolatePtTriTest, AxisDirectionsAreExactAndACoincidentTargetMovesDown) 
   EXPECT_EQ(out.y, -4.0);
 }
 
-TEST(GetFractionalDistanceTest, UsesOneCoordinateOnly) {
-  EXPECT_EQ(HU_Math::GetFractionalDistance({5, 9}, {0, 0}, {10, 0}), 0.5);
-  EXPECT_EQ(HU_Math::GetFractionalDistance({5, 9}, {0, 0}, {0, 0}), 0.0);
-  EXPECT_EQ(HU_Math::GetFractionalDistance({7, 3}, {2, 0}, {2, 6}), 0.5);
-}
-
 TEST(SegmentHelpersTest, InterpolationAndFractionRoundTrip) {
   std::mt19937 rng(11);
   std::uniform_real_distribution<double> coord(-1e4, 1e4);
