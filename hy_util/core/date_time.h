@@ -55,6 +55,9 @@ class HU_DateTime {
 
   // Reading dates and times. str_to_date and str_to_time return the day count or
   // the time in hundredths, or -1; DecodeDate and DecodeTime the fields read.
+  // str_to_time reads "h[:mm][a|p]": a text without a number is 0:00, "p" adds 12
+  // hours (so "12:00p" is 24:00 and rejected). str_to_date keeps a year below 50
+  // as 20xx and gives the year as an offset from 1900.
   static long str_to_date(const std::string& text, int& day, int& month, int& year);
   static int DecodeDate(const std::string& text, int& day, int& month, int& year);
   static int DecodeTime(const std::string& text, int& hours, int& minutes, int& seconds);
