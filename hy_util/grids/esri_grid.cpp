@@ -200,10 +200,11 @@ bool CHU_File_EsriGrid::ConvertRows(CHU_HYBinaryGridWriter& writer, std::int64_t
   return true;
 }
 
-bool CHU_File_EsriGrid::WriteMissingValues(std::FILE* stream, std::int64_t missing, std::int64_t position) {
+bool CHU_File_EsriGrid::WriteMissingValues(std::FILE* stream, std::int64_t missing, std::int64_t position,
+                                           std::int64_t end) {
   // The classic converter pads with no-data doubles right after the offset table;
-  // the padding is kept within the file size limit.
-  const std::int64_t room = (static_cast<std::int64_t>(maxRowOffset_) - position) / 8;
+  // the padding stays within the file written so far.
+  const std::int64_t room = (end - position) / 8;
   std::int64_t left = std::max<std::int64_t>(0, std::min(missing, room));
   const std::vector<double> chunk(65536, GetNoDataValue());
   while (left > 0) {
@@ -239,7 +240,10 @@ bool CHU_File_EsriGrid::ConvertToHYBinaryGridFile(std::FILE* stream) {
     const std::int64_t missing = expected - valuesRead;
     ShowConversionMessage("missing " + std::to_string(missing) + " of " + std::to_string(expected) +
                           " expected values!");
-    if (missing > 0) converted = WriteMissingValues(stream, missing, writer.TableEnd());
+    if (missing > 0) {
+      converted = WriteMissingValues(stream, missing, writer.TableEnd(),
+                                     static_cast<std::int64_t>(writer.BytesWritten()));
+    }
   }
   HU_GetApplication().ProgressStop();
   return converted;

@@ -19,7 +19,8 @@
 // offset table. It keeps the classic converter's behaviour exactly: each text line
 // is one row, a short line gives a short record, and when values are missing
 // their count is reported and that many no-data values are written as doubles
-// just after the offset table. Beyond that, a row that would start past the
+// just after the offset table (over the first records; the padding never grows
+// the file, so a header claiming a huge grid cannot fill the disk). Beyond that, a row that would start past the
 // 32-bit offset limit stops the conversion (and the path variant removes the
 // partial file); the limit can be lowered for tests.
 
@@ -100,8 +101,10 @@ class CHU_File_EsriGrid : public CHU_File {
   static void ShowConversionMessage(const std::string& text);
   // Writes the row records of the conversion and counts the values read.
   virtual bool ConvertRows(CHU_HYBinaryGridWriter& writer, std::int64_t& valuesRead);
-  // Called when values are missing after the offset table was written.
-  virtual bool WriteMissingValues(std::FILE* stream, std::int64_t missing, std::int64_t position);
+  // Called when values are missing, with the stream just after the offset table
+  // (at position) and the end of the file written so far.
+  virtual bool WriteMissingValues(std::FILE* stream, std::int64_t missing, std::int64_t position,
+                                  std::int64_t end);
   bool IsNoData(double value) const;
 
   std::unique_ptr<CHU_File_EsriGridHeader> header_;

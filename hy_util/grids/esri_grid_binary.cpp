@@ -77,6 +77,15 @@ bool CHU_File_EsriGridBinary::WriteNextData(float value) {
 
 bool CHU_File_EsriGridBinary::ConvertRows(CHU_HYBinaryGridWriter& writer, std::int64_t& valuesRead) {
   const std::size_t ncols = static_cast<std::size_t>(GetColCount());
+  const std::int64_t expected = static_cast<std::int64_t>(GetRowCount()) * GetColCount();
+  const std::int64_t present = GetLength() / 4;
+  if (present < expected) {
+    // Checked before writing: a header claiming more than the data file holds
+    // must not make a large file of no-data.
+    ShowConversionMessage("missing " + std::to_string(expected - present) + " of " + std::to_string(expected) +
+                          " expected values!");
+    return false;
+  }
   if (!Seek(0, SEEK_SET)) return false;
   std::vector<float> row(ncols);
   std::vector<std::uint8_t> packed;

@@ -34,10 +34,11 @@ class CHU_File_EsriGridBinary : public CHU_File_EsriGrid {
   bool IsSingleFile() const override { return false; }
 
  protected:
+  // Converts whole rows; a data file shorter than the header says is reported
+  // as missing values and not converted.
   bool ConvertRows(CHU_HYBinaryGridWriter& writer, std::int64_t& valuesRead) override;
-  // Rows of a float grid are always whole (short data is filled with no-data),
-  // so nothing is padded.
-  bool WriteMissingValues(std::FILE*, std::int64_t, std::int64_t) override { return true; }
+  // Rows of a float grid are always whole, so nothing is padded.
+  bool WriteMissingValues(std::FILE*, std::int64_t, std::int64_t, std::int64_t) override { return true; }
 
  private:
   // Reads up to one row of values into row; the number of whole values read.

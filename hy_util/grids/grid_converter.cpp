@@ -136,8 +136,19 @@ bool CHU_GridConverter::WriteRow(CHU_HYBinaryGridWriter& writer, int row, const 
   return status == HU_GridWriteStatus::Ok;
 }
 
-bool CHU_GridConverter::ConvertRows(IHU_GridRowSource& source, CHU_HYBinaryGridWriter& writer,
-                                    std::int64_t& valuesRead) {
+bool CHU_GridConverter::ReadRow(IHU_GridRowSource& source, int row, float* values) {
+  std::size_t got = 0;
+  if (!source.ReadRow(values, got)) return (error_ = source.GetLastError()), false;
+  if (got == static_cast<std::size_t>(header_.ncols)) return true;
+  const std::int64_t valuesRead = static_cast<std::int64_t>(row) * header_.ncols + static_cast<std::int64_t>(got);
+  error_ = Quoted(input_) + " ends after " + std::to_string(valuesRead) + " of the " +
+           std::to_string(static_cast<std::int64_t>(header_.nrows) * header_.ncols) + " values its header gives (" +
+           std::to_string(header_.nrows) + " rows x " + std::to_string(header_.ncols) +
+           " columns): the file is cut short or its header is wrong";
+  return false;
+}
+
+bool CHU_GridConverter::ConvertRows(IHU_GridRowSource& source, CHU_HYBinaryGridWriter& writer) {
   const std::size_t ncols = static_cast<std::size_t>(header_.ncols);
   int lastReported = 0;
   if (options_.threads == 1) {
@@ -145,9 +156,7 @@ bool CHU_GridConverter::ConvertRows(IHU_GridRowSource& source, CHU_HYBinaryGridW
     std::vector<float> values(ncols);
     std::vector<std::uint8_t> packed;
     for (int row = 0; row < header_.nrows; ++row) {
-      std::size_t got = 0;
-      if (!source.ReadRow(values.data(), got)) return (error_ = source.GetLastError()), false;
-      valuesRead += static_cast<std::int64_t>(got);
+      if (!ReadRow(source, row, values.data())) return false;
       if (!compressor.Compress(values.data(), ncols * sizeof(float), packed)) {
         return (error_ = "cannot compress row " + std::to_string(row)), false;
       }
@@ -160,9 +169,7 @@ bool CHU_GridConverter::ConvertRows(IHU_GridRowSource& source, CHU_HYBinaryGridW
   int nextRead = 0;
   for (int row = 0; row < header_.nrows; ++row) {
     for (; nextRead < header_.nrows && nextRead < row + pipeline.Window(); ++nextRead) {
-      std::size_t got = 0;
-      if (!source.ReadRow(pipeline.Values(nextRead), got)) return (error_ = source.GetLastError()), false;
-      valuesRead += static_cast<std::int64_t>(got);
+      if (!ReadRow(source, nextRead, pipeline.Values(nextRead))) return false;
       pipeline.Submit(nextRead);
     }
     const std::vector<std::uint8_t>* packed = pipeline.Wait(row);
@@ -173,14 +180,7 @@ bool CHU_GridConverter::ConvertRows(IHU_GridRowSource& source, CHU_HYBinaryGridW
   return true;
 }
 
-void CHU_GridConverter::CollectWarnings(IHU_GridRowSource& source, const std::string& input,
-                                        std::int64_t valuesRead) {
-  const std::int64_t expected = static_cast<std::int64_t>(header_.nrows) * header_.ncols;
-  if (valuesRead < expected) {
-    warnings_.push_back(Quoted(input) + " holds " + std::to_string(expected - valuesRead) +
-                        " fewer values than its header's " + std::to_string(header_.nrows) + " rows x " +
-                        std::to_string(header_.ncols) + " columns; they were written as no-data");
-  }
+void CHU_GridConverter::CollectWarnings(IHU_GridRowSource& source, const std::string& input) {
   if (const std::int64_t extra = source.ExtraValues(); extra > 0) {
     warnings_.push_back(Quoted(input) + " holds " + std::to_string(extra) +
                         " more values than its header says; they were ignored");
@@ -194,6 +194,7 @@ void CHU_GridConverter::CollectWarnings(IHU_GridRowSource& source, const std::st
 bool CHU_GridConverter::Convert(const std::string& input, const std::string& output) {
   error_.clear();
   warnings_.clear();
+  input_ = input;
   output_ = output;
   outputSize_ = 0;
   std::unique_ptr<IHU_GridRowSource> source = HU_OpenGridRowSource(input, error_);
@@ -206,9 +207,7 @@ bool CHU_GridConverter::Convert(const std::string& input, const std::string& out
     return false;
   }
   CHU_HYBinaryGridWriter writer(stream, options_.maxRowOffset);
-  std::int64_t valuesRead = 0;
-  bool converted = writer.WriteHeader(header_) == HU_GridWriteStatus::Ok &&
-                   ConvertRows(*source, writer, valuesRead) &&
+  bool converted = writer.WriteHeader(header_) == HU_GridWriteStatus::Ok && ConvertRows(*source, writer) &&
                    writer.WriteOffsetTable() == HU_GridWriteStatus::Ok;
   if (!converted && error_.empty()) error_ = "cannot write " + Quoted(output) + ": " + std::strerror(errno);
   outputSize_ = writer.BytesWritten();
@@ -217,7 +216,7 @@ bool CHU_GridConverter::Convert(const std::string& input, const std::string& out
     error_ = "cannot write " + Quoted(output) + ": " + std::strerror(errno);
   }
   if (converted) {
-    CollectWarnings(*source, input, valuesRead);
+    CollectWarnings(*source, input);
   } else {
     std::remove(output.c_str());
   }

@@ -10,9 +10,10 @@
 // and the same as the classic converter's for a grid of complete one-row lines.
 // The libdeflate codec is faster and writes standard zlib streams too.
 //
-// Unlike the classic converter, a row is always ncols values: values missing at
-// the end of the input read as no-data (reported in GetWarnings), values beyond
-// the last row are ignored (reported too). A row that would start beyond the
+// Unlike the classic converter, a row is always ncols values, whatever the line
+// breaks: input that ends before nrows x ncols values is refused as cut short
+// (so a damaged header cannot make a huge file out of a small one), and values
+// beyond the last row are ignored with a warning. A row that would start beyond the
 // 32-bit offset limit stops the conversion; on any failure the partial output
 // file is removed. Progress goes to the host's progress display once per 1% of
 // the rows (the caption is set when the header is read). One converter object is
@@ -24,6 +25,8 @@
 
 #include "hy_util/grids/binary_grid_writer.h"
 #include "hy_util/grids/grid_row_codec.h"
+
+class IHU_GridRowSource;
 
 struct HU_GridConvertOptions {
   // 1: everything on the calling thread. N > 1: N threads compress while the
@@ -53,12 +56,14 @@ class CHU_GridConverter {
  private:
   class Pipeline;
 
-  bool ConvertRows(class IHU_GridRowSource& source, CHU_HYBinaryGridWriter& writer, std::int64_t& valuesRead);
+  bool ReadRow(IHU_GridRowSource& source, int row, float* values);
+  bool ConvertRows(IHU_GridRowSource& source, CHU_HYBinaryGridWriter& writer);
   bool WriteRow(CHU_HYBinaryGridWriter& writer, int row, const std::vector<std::uint8_t>& packed);
   void ReportProgress(int rowsWritten, int& lastReported) const;
-  void CollectWarnings(IHU_GridRowSource& source, const std::string& input, std::int64_t valuesRead);
+  void CollectWarnings(IHU_GridRowSource& source, const std::string& input);
 
   HU_GridConvertOptions options_;
+  std::string input_;
   std::string output_;
   std::string error_;
   std::vector<std::string> warnings_;

@@ -10,8 +10,8 @@
 // blanks and tabs (and line ends), a line whose first token is not a number is
 // skipped, and a token that is not a number reads as the no-data value (counted
 // in BadTokens). The float source reads raw little-endian float32 rows.
-// Values that the file lacks read as the no-data value and are counted as
-// missing by the caller. 16-bit (UTF-16) text grids are not read by this source.
+// Values that the file lacks read as the no-data value; the caller sees how many
+// were read. 16-bit (UTF-16) text grids are not read by this source.
 
 #include <cstdint>
 #include <cstdio>

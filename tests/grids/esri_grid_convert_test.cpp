@@ -61,6 +61,16 @@ TEST(EsriGridConvertTest, MissingValuesAreReportedAndPaddedAfterTheOffsetTable) 
   EXPECT_EQ(hytest::DecodeField<std::uint32_t>(bytes, 44), 52u);  // the table itself is intact
 }
 
+TEST(EsriGridConvertTest, PaddingForAHugeClaimStaysWithinTheFileWritten) {
+  hytest::RecordingApplication app;
+  hytest::TempDir dir;
+  CHU_File_EsriGridASCII grid(
+      dir.Write("g.asc", "ncols 1000000\nnrows 1000000\nxllcorner 0\nyllcorner 0\ncellsize 1\n1 2\n").c_str());
+  ASSERT_TRUE(grid.ConvertToHYBinaryGridFile(dir.File("g.hybg")));
+  EXPECT_EQ(app.messages[0].text, std::string(kPrefix) + "missing 999999999998 of 1000000000000 expected values!");
+  EXPECT_LT(std::filesystem::file_size(dir.File("g.hybg")), 4000100u);  // header, table and one record
+}
+
 TEST(EsriGridConvertTest, ShortLinesGiveShortRecords) {
   hytest::TempDir dir;
   CHU_File_EsriGridASCII grid(dir.Write("g.asc", kHeader + "1 2 3\n4 5\n6\n").c_str());
@@ -98,17 +108,27 @@ std::string FloatBytes(const std::vector<float>& values) {
   return bytes;
 }
 
-TEST(EsriGridConvertTest, FloatGridRowsAreCompressedWholeAndMissingValuesReadAsNoData) {
+TEST(EsriGridConvertTest, FloatGridRowsAreCompressedWhole) {
   hytest::RecordingApplication app;
   hytest::TempDir dir;
   dir.Write("g.hdr", kHeader);
-  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1, 2, 3, 4})).c_str());
+  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1, 2, 3, 4, -9, 6})).c_str());
   ASSERT_TRUE(grid.ConvertToHYBinaryGridFile(dir.File("g.hybg")));
   const hytest::DecodedGrid out = Decode(dir.File("g.hybg"));
   EXPECT_EQ(out.rows[0], (std::vector<float>{1, 2, 3}));
-  EXPECT_EQ(out.rows[1], (std::vector<float>{4, -9, -9}));
+  EXPECT_EQ(out.rows[1], (std::vector<float>{4, -9, 6}));
+  EXPECT_TRUE(app.messages.empty());
+}
+
+TEST(EsriGridConvertTest, ShortFloatDataIsReportedAndNotConverted) {
+  hytest::RecordingApplication app;
+  hytest::TempDir dir;
+  dir.Write("g.hdr", "ncols 100000\nnrows 100000\nxllcorner 0\nyllcorner 0\ncellsize 1\n");
+  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1, 2, 3, 4})).c_str());
+  EXPECT_FALSE(grid.ConvertToHYBinaryGridFile(dir.File("g.hybg")));
+  EXPECT_FALSE(std::filesystem::exists(dir.File("g.hybg")));
   ASSERT_EQ(app.messages.size(), 1u);
-  EXPECT_EQ(app.messages[0].text, std::string(kPrefix) + "missing 2 of 6 expected values!");
+  EXPECT_EQ(app.messages[0].text, std::string(kPrefix) + "missing 9999999996 of 10000000000 expected values!");
 }
 
 }  // namespace

@@ -103,14 +103,14 @@ TEST(GridConverterTest, LibdeflateStreamsInflateToTheSameRows) {
   }
 }
 
-TEST(GridConverterTest, ShortLongAndDirtyInputsConvertWithWarnings) {
+TEST(GridConverterTest, ShortInputIsRefusedAndLongOrDirtyInputWarned) {
   hytest::TempDir dir;
   const std::string header = "ncols 3\nnrows 2\nxllcenter 0\nyllcenter 0\ncellsize 1\nNODATA_value -1\n";
   CHU_GridConverter converter;
-  ASSERT_TRUE(converter.Convert(dir.Write("short.asc", header + "1 2 3\n4\n"), dir.File("s.hybg")));
-  EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("s.hybg"))), (std::vector<float>{1, 2, 3, 4, -1, -1}));
-  ASSERT_EQ(converter.GetWarnings().size(), 1u);
-  EXPECT_NE(converter.GetWarnings()[0].find("2 fewer values"), std::string::npos);
+  EXPECT_FALSE(converter.Convert(dir.Write("short.asc", header + "1 2 3\n4\n"), dir.File("s.hybg")));
+  EXPECT_NE(converter.GetLastError().find("short.asc' ends after 4 of the 6 values its header gives"),
+            std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(dir.File("s.hybg")));
 
   ASSERT_TRUE(converter.Convert(dir.Write("long.asc", header + "1 2 3 4\nskip me\n5 x 7 8\n"), dir.File("l.hybg")));
   EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("l.hybg"))), (std::vector<float>{1, 2, 3, 4, 5, -1}));

@@ -78,8 +78,8 @@ TEST(GridFileToolTest, ProblemsGiveTheDocumentedExitStatusAndNameTheFile) {
   EXPECT_NE(damaged.err.find("d.hybg"), std::string::npos);
   const ToolRun short_ = Hyutil(dir, "grid convert " + dir.Write("s.asc", "ncols 2\nnrows 2\nxllcenter 0\nyllcenter 0\n"
                                                                "cellsize 1\n1 2 3\n") + " " + dir.File("s.hybg"));
-  EXPECT_EQ(short_.status, 0);
-  EXPECT_NE(short_.err.find("warning: '" + dir.File("s.asc") + "' holds 1 fewer values"), std::string::npos);
+  EXPECT_EQ(short_.status, 1);
+  EXPECT_NE(short_.err.find("'" + dir.File("s.asc") + "' ends after 3 of the 4 values"), std::string::npos);
 
   EXPECT_EQ(Hyutil(dir, "grid convert --codec zip " + asc + " " + dir.File("o.hybg")).status, 2);
   EXPECT_EQ(Hyutil(dir, "grid convert --threads 0 " + asc + " " + dir.File("o.hybg")).status, 2);
