@@ -151,11 +151,24 @@ class CHU_DPolyLine : public CHU_Object {
   virtual CHU_CopyableArray<CHU_DPoint> GetIntersectionsWithPoly(
       const CHU_DPolyLine& other, CHU_CopyableArray<double>* params = nullptr) const;
 
-  // Defined with the polygon predicates (polyline_relations.cpp).
+  // Defined with the polygon predicates (polyline_relations.cpp). The chain's
+  // segments (with the closing edge when IsClosed()) are cut where they meet the
+  // polygon's boundary; each vertex and each part between cuts is judged with the
+  // polygon's PtInPoly (a part by its midpoint). tol is an absolute distance to
+  // the polygon's boundary, inclusive. An empty chain answers false to all four.
+  // Inside: the polygon has vertices and every vertex and part is inside.
   virtual bool IsInsidePolygon(const CHU_DPolygon& polygon) const;
+  // Some vertex or part is inside, or this is a ring that encloses the polygon's
+  // first vertex.
   virtual bool IsPartiallyInsidePolygon(const CHU_DPolygon& polygon) const;
+  // Some vertex or part is outside and farther than tol from the boundary.
   virtual bool IsPartiallyOutsidePolygon(const CHU_DPolygon& polygon, double tol) const;
+  // No vertex is inside, no segment comes within tol of the boundary, and (for a
+  // ring) the polygon's first vertex is not enclosed.
   virtual bool IsCompletelyOutsidePolygon(const CHU_DPolygon& polygon, double tol) const;
+  // Some point of the chain lies in the rectangle (edges included), or this is a
+  // ring that encloses the rectangle's centre. A rectangle with left > right or
+  // bottom > top (the default one) is empty and gives false.
   virtual bool RectOnPoly(const CHU_DRect& rect) const;
 
  protected:

@@ -83,35 +83,13 @@ TEST(MinAreaRect, MatchesBruteForceOnRandomPointSets) {
   }
 }
 
-TEST(MinAreaRect, RotatedSquareIsFoundExactlyWithTheCornersAroundIt) {
-  const double c = std::cos(0.5), s = std::sin(0.5);
-  std::vector<HU_PlanePt> pts;
-  for (auto [u, v] : {std::pair{0.0, 0.0}, {2.0, 0.0}, {2.0, 2.0}, {0.0, 2.0}, {1.0, 1.0}, {0.5, 1.5}})
-    pts.push_back({u * c - v * s, u * s + v * c});
-  const HU_RectCorners r = HU_MinAreaRect::Compute(pts);
-  EXPECT_NEAR(r.area, 4.0, 1e-12);
-  EXPECT_EQ(r.count, 4);
-}
-
-TEST(MinAreaRect, HullDropsCollinearRepeatedAndNonFinitePoints) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const auto hull = HU_MinAreaRect::ConvexHull(
-      {{0, 0}, {1, 0}, {2, 0}, {2, 2}, {0, 2}, {0, 0}, {1, 1}, {nan, 5}, {5, nan}, {2, 2},
-       {std::numeric_limits<double>::infinity(), 0}});
-  ASSERT_EQ(hull.size(), 4u);
-  double twiceArea = 0;
-  for (std::size_t i = 0; i < hull.size(); ++i) {
-    const auto& a = hull[i];
-    const auto& b = hull[(i + 1) % hull.size()];
-    twiceArea += a.x * b.y - b.x * a.y;
-  }
-  EXPECT_DOUBLE_EQ(twiceArea, 8.0);  // anticlockwise
-}
-
 TEST(MinAreaRect, DegenerateSetsGiveZeroArea) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(HU_MinAreaRect::Compute({}).count, 0);
   EXPECT_EQ(HU_MinAreaRect::Compute({{nan, nan}}).count, 0);
+  const HU_RectCorners square = HU_MinAreaRect::Compute({{0, 0}, {nan, 9}, {2, 0}, {1, 0}, {2, 2}, {0, 2}, {0, 0}});
+  EXPECT_EQ(square.count, 4);
+  EXPECT_DOUBLE_EQ(square.area, 4.0);
 
   const HU_RectCorners one = HU_MinAreaRect::Compute({{3, 4}, {3, 4}, {3, 4}});
   EXPECT_EQ(one.count, 1);
