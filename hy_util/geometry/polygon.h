@@ -43,6 +43,8 @@ class CHU_DPolygon : public CHU_DPolyLine {
   // cache. Assigning to a non-empty polygon concatenates the rings; call RemoveAll
   // first for a plain copy. Callers rely on this.
   CHU_DPolygon& operator=(const CHU_DPolygon& other);
+  // Assignment from a plain chain replaces the ring (the chain's rule) and, not
+  // being AddPt, keeps the rectangle cache.
   using CHU_DPolyLine::operator=;
 
   // Empties destination and appends a full copy of every source vertex; data value
