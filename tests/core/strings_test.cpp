@@ -11,34 +11,25 @@ using HU_LIB::HU_Strings;
 
 namespace {
 
-struct Classified {
-  const char* text;
-  bool isInt;
-  bool isReal;
-};
-
-class ClassifyTest : public ::testing::TestWithParam<Classified> {};
-
-TEST_P(ClassifyTest, IntAndRealTestsAgreeWithTheTable) {
-  const Classified& c = GetParam();
-  EXPECT_EQ(HU_Strings::IsStringInt(c.text), c.isInt) << '"' << c.text << '"';
-  EXPECT_EQ(HU_Strings::IsStringReal(c.text), c.isReal) << '"' << c.text << '"';
-  EXPECT_EQ(HU_Strings::IsStringInt(std::string(c.text)), c.isInt);
-  EXPECT_EQ(HU_Strings::IsNumericString(c.text), c.isInt || c.isReal);
+TEST(StringsTest, IntAndRealTestsFollowTheTable) {
+  struct Case {
+    const char* text;
+    bool isInt, isReal;
+  };
+  const Case cases[] = {
+      {"", true, false}, {"   ", true, false},  // no digit needed without a sign
+      {" 42 ", true, false}, {"-7", true, false}, {"+", false, false}, {"4 2", false, false},
+      {"12", true, false}, {"12.", false, true}, {".5", false, true}, {"1e5", false, true},
+      {"1e", false, false}, {".", false, false}, {"-0.5E-3", false, true}, {"e5", false, false},
+      {"\t+3.25e+2\n", false, true}, {"1.2.3", false, false}, {"0x1A", false, false}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(HU_Strings::IsStringInt(c.text), c.isInt) << '"' << c.text << '"';
+    EXPECT_EQ(HU_Strings::IsStringReal(std::string(c.text)), c.isReal) << '"' << c.text << '"';
+    EXPECT_EQ(HU_Strings::IsNumericString(c.text), c.isInt || c.isReal) << '"' << c.text << '"';
+  }
+  EXPECT_TRUE(HU_Strings::IsNullString(static_cast<const char*>(nullptr)));
+  EXPECT_FALSE(HU_Strings::IsNullString(" "));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Texts, ClassifyTest,
-    ::testing::Values(Classified{"", true, false},  // no digit needed without a sign
-                      Classified{"   ", true, false}, Classified{" 42 ", true, false},
-                      Classified{"-7", true, false}, Classified{"+", false, false},
-                      Classified{"4 2", false, false}, Classified{"12", true, false},
-                      Classified{"12.", false, true}, Classified{".5", false, true},
-                      Classified{"1e5", false, true}, Classified{"1e", false, false},
-                      Classified{".", false, false}, Classified{"-0.5E-3", false, true},
-                      Classified{"\t+3.25e+2\n", false, true}, Classified{"e5", false, false},
-                      Classified{"1.2.3", false, false}, Classified{"--1", false, false},
-                      Classified{"1x", false, false}, Classified{"0x1A", false, false}));
 
 // An independent description of a real number, checked on random short texts.
 TEST(StringsTest, IsStringRealMatchesARegularExpressionOnRandomTexts) {
@@ -52,68 +43,41 @@ TEST(StringsTest, IsStringRealMatchesARegularExpressionOnRandomTexts) {
   }
 }
 
-TEST(StringsTest, NullAndEmptyTexts) {
-  EXPECT_TRUE(HU_Strings::IsNullString(static_cast<const char*>(nullptr)));
-  EXPECT_TRUE(HU_Strings::IsNullString(""));
-  EXPECT_FALSE(HU_Strings::IsNullString(" "));
-  EXPECT_FALSE(HU_Strings::IsStringReal(static_cast<const char*>(nullptr)));
-}
-
 TEST(StringsTest, NewSuffixReplacesFromTheLastSeparatorOrAppends) {
   char buffer[32] = "model.v2.dat";
   EXPECT_TRUE(HU_Strings::NewSuffix(buffer, sizeof buffer, '.', ".bak"));
   EXPECT_STREQ(buffer, "model.v2.bak");
-  char plain[32] = "model";
-  EXPECT_TRUE(HU_Strings::NewSuffix(plain, sizeof plain, '.', ".bak"));
-  EXPECT_STREQ(plain, "model.bak");
-  char small[10] = "model.dat";
+  char small[10] = "model";
+  EXPECT_TRUE(HU_Strings::NewSuffix(small, sizeof small, '.', ".bak"));
+  EXPECT_STREQ(small, "model.bak");
   EXPECT_FALSE(HU_Strings::NewSuffix(small, sizeof small, '.', ".backup"));
-  EXPECT_STREQ(small, "model.dat");  // untouched when the result does not fit
-
-  std::string text = "model.dat";
-  HU_Strings::NewSuffix(text, '.', ".bak");
-  EXPECT_EQ(text, "model.bak");
+  EXPECT_STREQ(small, "model.bak");  // untouched when the result does not fit
 }
 
 TEST(StringsTest, RemoveTrailZeroLooksOnlyAtZeros) {
-  std::string a = "1.500", b = "100", c = "0.0";
+  std::string a = "1.500", b = "100";
   HU_Strings::RemoveTrailZero(a);
   HU_Strings::RemoveTrailZero(b);
-  HU_Strings::RemoveTrailZero(c);
   EXPECT_EQ(a, "1.5");
   EXPECT_EQ(b, "1");
-  EXPECT_EQ(c, "0.");
-  char buffer[] = "2.000";
-  HU_Strings::RemoveTrailZero(buffer);
-  EXPECT_STREQ(buffer, "2.");
 }
 
-TEST(StringsTest, QuoteStringDoublesBackslashesBeforeEscapingQuotes) {
+TEST(StringsTest, QuotingEscapesAsItsFlagsSay) {
   std::string text = R"(C:\dir\"a" b)";
   HU_Strings::QuoteString(text);
-  EXPECT_EQ(text, R"("C:\\dir\\\"a\" b")");
-  std::string empty;
-  HU_Strings::QuoteString(empty);
-  EXPECT_EQ(empty, "\"\"");
-}
-
-TEST(StringsTest, QuoteStringInPlaceFollowsItsFlags) {
+  EXPECT_EQ(text, R"("C:\\dir\\\"a\" b")");  // backslashes doubled before quotes escaped
   char buffer[HU_LIB::HU_QUOTE_BUFFER_SIZE] = "it's";
   HU_Strings::_QuoteString(buffer, true, '\'', '\\', 0);
   EXPECT_STREQ(buffer, R"('it\'s')");
   char empty[HU_LIB::HU_QUOTE_BUFFER_SIZE] = "";
   HU_Strings::_QuoteString(empty, true, '"', '"', 0);
   EXPECT_STREQ(empty, "\" \"");  // one blank for an empty text
-  char keptEmpty[HU_LIB::HU_QUOTE_BUFFER_SIZE] = "";
-  HU_Strings::_QuoteString(keptEmpty, false, '"', '"', 1);
-  EXPECT_STREQ(keptEmpty, "");
 }
 
 TEST(StringsDeathTest, QuotingBeyond255CharactersStopsTheProcess) {
   std::string fits(253, 'a');  // 253 + 2 quotes = 255
   HU_Strings::QuoteString(fits);
   EXPECT_EQ(fits.size(), 255u);
-
   std::string tooLong(127, '\\');  // doubled to 254, plus 2 quotes
   EXPECT_DEATH(HU_Strings::QuoteString(tooLong), "at most 255 fit");
   char buffer[HU_LIB::HU_QUOTE_BUFFER_SIZE];
@@ -125,7 +89,6 @@ TEST(StringsDeathTest, QuotingBeyond255CharactersStopsTheProcess) {
 TEST(StringsTest, CharacterSetsAndHexReplacement) {
   EXPECT_TRUE(HU_Strings::ContainsAnyCharacterFromSet("a/b", "/:"));
   EXPECT_FALSE(HU_Strings::ContainsAnyCharacterFromSet("ab", "/:"));
-  EXPECT_FALSE(HU_Strings::ContainsAnyCharacterFromSet("ab", ""));
   EXPECT_EQ(HU_Strings::ReplaceInvalidCharactersHex("a/b:c", "/:"), "a2fb3ac");
   EXPECT_EQ(HU_Strings::ReplaceInvalidCharactersHex("a\tb", "\t"), "a9b");
   EXPECT_EQ(HU_Strings::ReplaceInvalidCharactersHex("\xe9", "\xe9"), "e9");  // unsigned
