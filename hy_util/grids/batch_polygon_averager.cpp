@@ -57,7 +57,8 @@ struct CHU_HYBGBatchPolygonAverager::Job {
 struct CHU_HYBGBatchPolygonAverager::Block {
   int firstRow = 0;
   int rowCount = 0;
-  std::vector<int> jobs;  // jobs whose row range meets the block, in job order
+  std::vector<int> jobs;     // jobs whose row range meets the block, in job order
+  std::vector<char> needed;  // per row of the block: some job reads it
 };
 
 namespace {
@@ -247,8 +248,14 @@ void CHU_HYBGBatchPolygonAverager::RunBlocks(std::vector<Job>& jobs) {
   }
   for (std::size_t j = 0; j < jobs.size(); ++j) {
     if (jobs[j].range.c1 < jobs[j].range.c0) continue;
-    for (int b = jobs[j].range.r0 / blockRows; b <= jobs[j].range.r1 / blockRows; ++b)
-      blocks[static_cast<std::size_t>(b)].jobs.push_back(static_cast<int>(j));
+    for (int b = jobs[j].range.r0 / blockRows; b <= jobs[j].range.r1 / blockRows; ++b) {
+      Block& block = blocks[static_cast<std::size_t>(b)];
+      block.jobs.push_back(static_cast<int>(j));
+      block.needed.resize(static_cast<std::size_t>(block.rowCount), 0);
+      const int from = std::max(jobs[j].range.r0, block.firstRow) - block.firstRow;
+      const int to = std::min(jobs[j].range.r1, block.firstRow + block.rowCount - 1) - block.firstRow;
+      std::fill(block.needed.begin() + from, block.needed.begin() + to + 1, 1);
+    }
   }
   std::erase_if(blocks, [](const Block& b) { return b.jobs.empty(); });
   if (blocks.empty()) return;
@@ -269,6 +276,7 @@ void CHU_HYBGBatchPolygonAverager::RunBlocks(std::vector<Job>& jobs) {
     RowScratch scratch;
     for (const Block& block : blocks) {
       for (int i = t; i < block.rowCount; i += threads) {
+        if (!block.needed[static_cast<std::size_t>(i)]) continue;
         float* out = rows.data() + static_cast<std::size_t>(i) * m_header.ncols;
         std::string& error = rowError[static_cast<std::size_t>(i)];
         rowOk[static_cast<std::size_t>(i)] =
