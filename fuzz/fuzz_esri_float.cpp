@@ -1,0 +1,79 @@
+// Feeds arbitrary bytes to the ESRI float grid readers: the input up to its first
+// NUL byte is the ".hdr" header, the rest the ".flt" data. Header, rows, the whole
+// grid, the data check, the classic conversion and the fast converter must all end
+// without a crash, a hang or a huge allocation, whatever the header claims.
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "hy_util/grids/esri_grid_binary.h"
+#include "hy_util/grids/grid_converter.h"
+#include "hy_util/platform/application.h"
+
+namespace {
+
+class QuietApplication : public CHU_DefaultApplication {
+ public:
+  void ShowMessage(const std::string&, HU_MessageKind) override {}
+};
+
+constexpr std::uint64_t kMaxRowOffset = 1 << 16;
+
+const std::string& ScratchDirectory() {
+  static const std::string directory = [] {
+    static QuietApplication application;
+    HU_SetApplication(&application);
+    char pattern[] = "/tmp/fuzz_esri_float_XXXXXX";
+    const char* made = mkdtemp(pattern);
+    return std::string(made ? made : "/tmp");
+  }();
+  return directory;
+}
+
+bool WriteFile(const std::string& path, const std::uint8_t* data, std::size_t size) {
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (file == nullptr) return false;
+  const bool written = std::fwrite(data, 1, size, file) == size;
+  return std::fclose(file) == 0 && written;
+}
+
+void ReadGrid(const std::string& path) {
+  CHU_File_EsriGridBinary grid(path.c_str());
+  if (!grid.ReadHeader()) return;
+  HU_GridPointArray points;
+  for (int i = 0; i < 64 && grid.ReadLine(points, nullptr); ++i) {
+  }
+  int blocks = 0;
+  grid.CheckData(&blocks);
+  grid.ReadData(points, nullptr);
+}
+
+void Convert(const std::string& path) {
+  const std::string& dir = ScratchDirectory();
+  CHU_File_EsriGridBinary grid(path.c_str());
+  grid.SetMaxRowOffset(kMaxRowOffset);
+  grid.ConvertToHYBinaryGridFile(dir + "/classic.hybg");
+  CHU_GridConverter converter({.threads = 2, .maxRowOffset = kMaxRowOffset});
+  converter.Convert(path, dir + "/fast.hybg");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::uint8_t* split = std::find(data, data + size, std::uint8_t{0});
+  const std::size_t headerSize = static_cast<std::size_t>(split - data);
+  const std::size_t dataStart = std::min(size, headerSize + 1);
+  const std::string& dir = ScratchDirectory();
+  if (!WriteFile(dir + "/grid.hdr", data, headerSize) ||
+      !WriteFile(dir + "/grid.flt", data + dataStart, size - dataStart)) {
+    return 0;
+  }
+  ReadGrid(dir + "/grid.flt");
+  Convert(dir + "/grid.flt");
+  return 0;
+}
