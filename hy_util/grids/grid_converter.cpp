@@ -23,7 +23,12 @@ int WindowRows(std::size_t ncols, int threads) {
   return std::clamp(byMemory, 2 * threads, 4 * threads);
 }
 
-std::string Quoted(const std::string& path) { return "'" + path + "'"; }
+std::string Quoted(const std::string& path) {
+  std::string quoted(1, '\'');
+  quoted += path;
+  quoted += '\'';
+  return quoted;
+}
 
 }  // namespace
 

@@ -18,6 +18,14 @@ struct FileCloser {
 };
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
+// The path in single quotes, for messages.
+std::string Quoted(const std::string& path) {
+  std::string quoted(1, '\'');
+  quoted += path;
+  quoted += '\'';
+  return quoted;
+}
+
 bool IsSeparator(char ch) { return ch == ' ' || ch == '\t' || ch == '\r' || ch == '\n'; }
 
 // Whitespace-separated tokens of a text file, read through one large buffer.
@@ -139,7 +147,7 @@ class AsciiRowSource : public IHU_GridRowSource {
       }
       row[valuesRead++] = static_cast<float>(value);
     }
-    if (tokens_.Failed()) error_ = "cannot read '" + path_ + "': " + tokens_.Failure();
+    if (tokens_.Failed()) error_ = "cannot read " + Quoted(path_) + ": " + tokens_.Failure();
     return !tokens_.Failed();
   }
 
@@ -167,7 +175,7 @@ class FloatRowSource : public IHU_GridRowSource {
     std::fill(row, row + ncols, header_.noData);
     valuesRead = grid_->Read(row, ncols * sizeof(float)) / sizeof(float);
     if (valuesRead < ncols && grid_->HasError()) {
-      error_ = "cannot read '" + grid_->GetFilePath() + "': " + std::strerror(errno);
+      error_ = "cannot read " + Quoted(grid_->GetFilePath()) + ": " + std::strerror(errno);
       return false;
     }
     return true;
@@ -186,11 +194,11 @@ class FloatRowSource : public IHU_GridRowSource {
 std::unique_ptr<IHU_GridRowSource> OpenFloatSource(const std::string& path, std::string& error) {
   auto grid = std::make_unique<CHU_File_EsriGridBinary>(path.c_str());
   if (!grid->FileOpened()) {
-    error = "cannot open '" + path + "': " + std::strerror(errno);
+    error = "cannot open " + Quoted(path) + ": " + std::strerror(errno);
     return nullptr;
   }
   if (!grid->ReadHeader()) {
-    error = "'" + grid->HeaderPath() + "' is missing or not a valid ESRI grid header: " + kHeaderHelp;
+    error = Quoted(grid->HeaderPath()) + " is missing or not a valid ESRI grid header: " + kHeaderHelp;
     return nullptr;
   }
   return std::make_unique<FloatRowSource>(std::move(grid));
@@ -199,21 +207,21 @@ std::unique_ptr<IHU_GridRowSource> OpenFloatSource(const std::string& path, std:
 std::unique_ptr<IHU_GridRowSource> OpenAsciiSource(const std::string& path, std::string& error) {
   FilePtr data(std::fopen(path.c_str(), "rb"));
   if (!data) {
-    error = "cannot open '" + path + "': " + std::strerror(errno);
+    error = "cannot open " + Quoted(path) + ": " + std::strerror(errno);
     return nullptr;
   }
   const int first = std::fgetc(data.get());
   if (first >= 0x80) {
-    error = "'" + path + "' is 16-bit text, which the converter does not read; save it as plain text";
+    error = Quoted(path) + " is 16-bit text, which the converter does not read; save it as plain text";
     return nullptr;
   }
   CHU_File_EsriGridASCII grid(path.c_str());
   if (!grid.FileOpened() || !grid.ReadHeader()) {
-    error = "'" + path + "' does not start with a valid ESRI grid header: " + kHeaderHelp;
+    error = Quoted(path) + " does not start with a valid ESRI grid header: " + kHeaderHelp;
     return nullptr;
   }
   if (fseeko(data.get(), static_cast<off_t>(grid.GetPosition()), SEEK_SET) != 0) {
-    error = "cannot read '" + path + "': " + std::strerror(errno);
+    error = "cannot read " + Quoted(path) + ": " + std::strerror(errno);
     return nullptr;
   }
   return std::make_unique<AsciiRowSource>(HeaderOf(grid), std::move(data), path);

@@ -39,6 +39,14 @@ struct GridInfo {
   bool binary = false;
 };
 
+// The path in single quotes, for messages.
+std::string Quoted(const std::string& path) {
+  std::string quoted(1, '\'');
+  quoted += path;
+  quoted += '\'';
+  return quoted;
+}
+
 std::int64_t FileSize(const std::string& path) {
   std::error_code ec;
   const auto size = std::filesystem::file_size(path, ec);
@@ -55,7 +63,7 @@ bool StartsWithMagic(const std::string& path) {
 GridInfo BinaryInfo(const std::string& path) {
   GridInfo info{path, "HY binary grid", {}, FileSize(path), true};
   CHU_StdioFile file;
-  if (!file.Open(path, HU_modeRead | HU_typeBinary)) throw InputError{"cannot open '" + path + "' for reading"};
+  if (!file.Open(path, HU_modeRead | HU_typeBinary)) throw InputError{"cannot open " + Quoted(path) + " for reading"};
   std::vector<std::uint32_t> offsets;
   std::string error;
   if (!HU_ReadHYBGHeader(file, path, info.header, offsets, error)) throw InputError{error};
@@ -64,10 +72,10 @@ GridInfo BinaryInfo(const std::string& path) {
 
 GridInfo EsriInfo(const std::string& path) {
   const auto grid = CHU_File_EsriGrid_Helper::open(path);
-  if (!grid) throw InputError{"cannot open '" + path + "' for reading"};
+  if (!grid) throw InputError{"cannot open " + Quoted(path) + " for reading"};
   const bool flt = !grid->IsSingleFile();
   if (!grid->ReadHeader()) {
-    throw InputError{"'" + grid->HeaderPath() + "' is " + (flt ? "missing or " : "") +
+    throw InputError{Quoted(grid->HeaderPath()) + " is " + (flt ? "missing or " : "") +
                      "not a valid ESRI grid header (ncols, nrows, xllcorner or xllcenter, yllcorner or "
                      "yllcenter and cellsize are needed)"};
   }
@@ -78,7 +86,7 @@ GridInfo EsriInfo(const std::string& path) {
 }
 
 GridInfo ReadInfo(const std::string& path) {
-  if (!std::filesystem::exists(path)) throw InputError{"'" + path + "' does not exist"};
+  if (!std::filesystem::exists(path)) throw InputError{Quoted(path) + " does not exist"};
   return StartsWithMagic(path) ? BinaryInfo(path) : EsriInfo(path);
 }
 
