@@ -91,17 +91,6 @@ TEST(EsriGridConvertTest, ConversionStopsBeforeARowWouldStartBeyondTheOffsetLimi
   EXPECT_EQ(app.progressStops, 1);
 }
 
-TEST(EsriGridConvertTest, ConversionFailsQuietlyWhenTheHeaderOrOutputIsBad) {
-  hytest::RecordingApplication app;
-  hytest::TempDir dir;
-  CHU_File_EsriGridASCII bad(dir.Write("bad.asc", "ncols 3\n1 2 3\n").c_str());
-  EXPECT_FALSE(bad.ConvertToHYBinaryGridFile(dir.File("bad.hybg")));
-  EXPECT_FALSE(std::filesystem::exists(dir.File("bad.hybg")));
-  CHU_File_EsriGridASCII good(dir.Write("g.asc", kHeader + "1 2 3\n4 5 6\n").c_str());
-  EXPECT_FALSE(good.ConvertToHYBinaryGridFile(dir.File("no/such/dir/g.hybg")));
-  EXPECT_TRUE(app.messages.empty());
-}
-
 std::string FloatBytes(const std::vector<float>& values) {
   std::string bytes(values.size() * 4, '\0');
   std::memcpy(bytes.data(), values.data(), bytes.size());

@@ -127,14 +127,6 @@ TEST(EsriGridBinaryTest, ShortDataFailsTheRowAndTheCheck) {
   EXPECT_EQ(blocks, 0);
 }
 
-TEST(EsriGridBinaryTest, MissingHeaderFileFailsTheHeader) {
-  hytest::TempDir dir;
-  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1})).c_str());
-  EXPECT_FALSE(grid.ReadHeader());
-  EXPECT_EQ(grid.GetColCount(), -1);
-  EXPECT_EQ(grid.GetNoDataValue(), -9999.0);
-}
-
 TEST(EsriGridHelperTest, ExtensionOrHeaderCompanionDecidesTheForm) {
   hytest::TempDir dir;
   dir.Write("a.hdr", "");
@@ -147,18 +139,6 @@ TEST(EsriGridHelperTest, ExtensionOrHeaderCompanionDecidesTheForm) {
   EXPECT_FALSE(CHU_File_EsriGrid_Helper::isFltFile(dir.File("b.bil")));
   EXPECT_TRUE(CHU_File_EsriGrid_Helper::isFltFile(dir.File("plain")));  // plain.hdr exists
   EXPECT_FALSE(CHU_File_EsriGrid_Helper::isFltFile(dir.File("other")));
-}
-
-TEST(EsriGridHelperTest, OpenGivesTheRightReaderOrNone) {
-  hytest::TempDir dir;
-  const auto ascii = CHU_File_EsriGrid_Helper::open(dir.Write("g.asc", kHeader));
-  ASSERT_NE(ascii, nullptr);
-  EXPECT_TRUE(ascii->IsSingleFile());
-  const auto flt = CHU_File_EsriGrid_Helper::open(dir.Write("g.flt", ""));
-  ASSERT_NE(flt, nullptr);
-  EXPECT_FALSE(flt->IsSingleFile());
-  EXPECT_EQ(CHU_File_EsriGrid_Helper::open(dir.File("missing.asc")), nullptr);
-  EXPECT_EQ(CHU_File_EsriGrid_Helper::createFromTin(dir.File("t.asc"), nullptr, 0), nullptr);
 }
 
 }  // namespace

@@ -39,7 +39,10 @@ TEST(GridFileToolTest, InfoDescribesEachKindOfGridFile) {
   EXPECT_NE(text.out.find("format:      ESRI ASCII grid\ncolumns:     3\nrows:        2\n"), std::string::npos);
   EXPECT_NE(text.out.find("bounds:      105 205 to 125 215 (cell centres)"), std::string::npos);
 
-  ASSERT_EQ(Hyutil(dir, "grid convert --quiet --threads 2 " + asc + " " + dir.File("g.hybg")).status, 0);
+  const ToolRun convert = Hyutil(dir, "grid convert --codec libdeflate " + asc + " " + dir.File("g.hybg"));
+  ASSERT_EQ(convert.status, 0) << convert.err;
+  EXPECT_NE(convert.out.find("3 columns x 2 rows"), std::string::npos);
+  EXPECT_EQ(convert.err, "");  // no progress bar when standard error is not a terminal
   const ToolRun binary = Hyutil(dir, "grid info --json " + dir.File("g.hybg"));
   ASSERT_EQ(binary.status, 0) << binary.err;
   const auto json = nlohmann::json::parse(binary.out);
@@ -55,15 +58,6 @@ TEST(GridFileToolTest, InfoDescribesEachKindOfGridFile) {
   EXPECT_EQ(nlohmann::json::parse(flt.out)["format"], "ESRI float grid");
 }
 
-TEST(GridFileToolTest, ConvertWritesTheBinaryGridAndSummarises) {
-  hytest::TempDir dir;
-  const ToolRun run = Hyutil(dir, "grid convert --codec libdeflate " + dir.Write("g.asc", kGrid) + " " + dir.File("o.hybg"));
-  EXPECT_EQ(run.status, 0) << run.err;
-  EXPECT_NE(run.out.find("3 columns x 2 rows"), std::string::npos);
-  EXPECT_EQ(hytest::ReadFileBytes(dir.File("o.hybg")).substr(0, 4), "HYBG");
-  EXPECT_EQ(run.err, "");  // no progress bar when standard error is not a terminal
-}
-
 TEST(GridFileToolTest, ProblemsGiveTheDocumentedExitStatusAndNameTheFile) {
   hytest::TempDir dir;
   const std::string asc = dir.Write("g.asc", kGrid);
@@ -73,9 +67,6 @@ TEST(GridFileToolTest, ProblemsGiveTheDocumentedExitStatusAndNameTheFile) {
   const ToolRun bad = Hyutil(dir, "grid info " + dir.Write("bad.asc", "ncols 3\n1 2 3\n"));
   EXPECT_EQ(bad.status, 1);
   EXPECT_NE(bad.err.find("bad.asc' is not a valid ESRI grid header"), std::string::npos);
-  const ToolRun damaged = Hyutil(dir, "grid info " + dir.Write("d.hybg", std::string("HYBG\x03\0\0\0", 8)));
-  EXPECT_EQ(damaged.status, 1);
-  EXPECT_NE(damaged.err.find("d.hybg"), std::string::npos);
   const ToolRun short_ = Hyutil(dir, "grid convert " + dir.Write("s.asc", "ncols 2\nnrows 2\nxllcenter 0\nyllcenter 0\n"
                                                                "cellsize 1\n1 2 3\n") + " " + dir.File("s.hybg"));
   EXPECT_EQ(short_.status, 1);
@@ -83,7 +74,6 @@ TEST(GridFileToolTest, ProblemsGiveTheDocumentedExitStatusAndNameTheFile) {
 
   EXPECT_EQ(Hyutil(dir, "grid convert --codec zip " + asc + " " + dir.File("o.hybg")).status, 2);
   EXPECT_EQ(Hyutil(dir, "grid convert --threads 0 " + asc + " " + dir.File("o.hybg")).status, 2);
-  EXPECT_EQ(Hyutil(dir, "grid convert " + asc).status, 2);
   EXPECT_EQ(Hyutil(dir, "grid convert " + asc + " " + asc).status, 2);  // would destroy its input
   EXPECT_EQ(hytest::ReadFileBytes(asc), kGrid);
 }
