@@ -44,7 +44,7 @@ void ReadAllTokens(bool checkSeekBack) {
     if (!file.ReadLine(tokens, lineChars)) break;
     if (!checkSeekBack) continue;
     int rereadChars = 0;
-    if (!file.Seek(-lineChars, SEEK_CUR) || !file.ReadLine(again, rereadChars) ||
+    if (!file.Seek(file.GetLineStart(), SEEK_SET) || !file.ReadLine(again, rereadChars) ||
         again != tokens || rereadChars != lineChars)
       __builtin_trap();
   }

@@ -75,11 +75,8 @@ bool CHU_File::ReadLine(std::vector<std::string>& tokens, int& charsRead) {
   std::string line;
   if (!GetNextLine(line, true)) return false;
 
-  const std::int64_t lineEnd = GetPosition();
-  const std::int64_t size = (lineStart_ >= 0 && lineEnd >= lineStart_)
-                                ? lineEnd - lineStart_
-                                : static_cast<std::int64_t>(line.size());
-  const std::int64_t total = static_cast<std::int64_t>(charsRead) + size;
+  const std::int64_t total =
+      static_cast<std::int64_t>(charsRead) + static_cast<std::int64_t>(line.size());
   charsRead = total > INT_MAX ? INT_MAX : static_cast<int>(total);
 
   if (separators_.empty()) {

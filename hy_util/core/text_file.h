@@ -17,13 +17,10 @@
 // empty line is never a comment. The tokenizing ReadLine splits at any of the
 // separator characters and never yields empty tokens.
 //
-// "Characters read" (the count of the tokenizing ReadLine) is the number of
-// bytes that the returned line took in the file, counted from the first byte of
-// that line up to and including its line end (LF or CR LF), leading and trailing
-// blanks included and skipped comment lines before it excluded. So
-// Seek(-charsRead, SEEK_CUR) right after the call puts the file back at the start
-// of that line and the next read returns it again. (When the file position cannot
-// be told, as on a pipe, the length of the trimmed line is counted instead.)
+// "Characters read" (the count of the tokenizing ReadLine) grows by the length of
+// the trimmed line returned. A reader that wants to give a line back (the ESRI
+// header reader hands the first data line to the data reader) seeks to
+// GetLineStart() instead, which counts line ends and blanks correctly.
 //
 // Errors: a read error other than end of file in narrow text throws
 // CHU_FileException with the C runtime's error number; nothing else throws.
@@ -52,9 +49,13 @@ class CHU_File : public CHU_StdioFile {
   // comment lines are passed over. False when the file is not open or at its end.
   bool ReadLine(std::string& line, bool skipComments);
   // The next non-comment line, trimmed and split at the separators (the whole line
-  // is one token when there are none). Adds the line's size in the file to
-  // charsRead (see above). True even when the line holds no token.
+  // is one token when there are none). Adds the trimmed line's length to
+  // charsRead. True even when the line holds no token.
   bool ReadLine(std::vector<std::string>& tokens, int& charsRead);
+  // File position of the first byte of the line returned last (comment lines
+  // skipped before it excluded); -1 before the first read or when the position
+  // cannot be told.
+  std::int64_t GetLineStart() const { return lineStart_; }
   // One narrow-text line; throws CHU_FileException on a read error.
   bool ReadString(std::string& line);
 

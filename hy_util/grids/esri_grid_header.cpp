@@ -122,7 +122,8 @@ bool CHU_File_EsriGridHeader::Read(CHU_File& source, int& progressRow) {
       // Not a header line: when the header is complete it is the first data line,
       // given back to the data reader.
       if (!IsComplete()) return Fail();
-      if (!source.Seek(-static_cast<std::int64_t>(charsRead), SEEK_CUR)) return Fail();
+      const std::int64_t lineStart = source.GetLineStart();
+      if (lineStart < 0 || !source.Seek(lineStart, SEEK_SET)) return Fail();
       return Finish();
     }
     if (!Apply(keyword, tokens[1], progressRow)) return Fail();

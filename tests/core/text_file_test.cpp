@@ -101,6 +101,7 @@ TEST(TextFileTest, TokensSkipRunsOfSeparatorsAndComments) {
   int chars = 0;
   ASSERT_TRUE(file.ReadLine(tokens, chars));
   EXPECT_EQ(tokens, (Lines{"1", "2", "3"}));
+  EXPECT_EQ(chars, 8);  // the trimmed line "1,, 2  3"
   ASSERT_TRUE(file.ReadLine(tokens, chars));
   EXPECT_TRUE(tokens.empty());
   ASSERT_TRUE(file.ReadLine(tokens, chars));
@@ -115,11 +116,11 @@ TEST(TextFileTest, TokensSkipRunsOfSeparatorsAndComments) {
   EXPECT_EQ(tokens, (Lines{"a b"}));
 }
 
-// Seeking back by the characters read must land on the start of the line just
-// read, whatever its line end, blanks and the comments before it.
+// Seeking to the line start must give the line just read back, whatever its line
+// end, blanks and the comments before it.
 class TextFileSeekBackTest : public ::testing::TestWithParam<std::string> {};
 
-TEST_P(TextFileSeekBackTest, SeekingBackByCharactersReadRereadsTheLine) {
+TEST_P(TextFileSeekBackTest, SeekingToLineStartRereadsTheLine) {
   hytest::TempDir dir;
   const auto path = dir.Write("g.asc", GetParam());
   CHU_File file(path.c_str(), " \t", kRead);
@@ -127,10 +128,9 @@ TEST_P(TextFileSeekBackTest, SeekingBackByCharactersReadRereadsTheLine) {
   std::vector<std::string> tokens;
   int chars = 0;
   ASSERT_TRUE(file.ReadLine(tokens, chars));  // header line
-  int lineChars = 0;
-  ASSERT_TRUE(file.ReadLine(tokens, lineChars));
+  ASSERT_TRUE(file.ReadLine(tokens, chars));
   const auto first = tokens;
-  ASSERT_TRUE(file.Seek(-lineChars, SEEK_CUR));
+  ASSERT_TRUE(file.Seek(file.GetLineStart(), SEEK_SET));
   ASSERT_TRUE(file.ReadLine(tokens, chars));
   EXPECT_EQ(tokens, first);
 }
