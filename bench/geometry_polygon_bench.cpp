@@ -6,8 +6,9 @@
 
 // Boost.Geometry 1.74 pulls in deprecated Boost headers and trips GCC's flow
 // analysis inside them.
-#define BOOST_ALLOW_DEPRECATED_HEADERS
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 #include <boost/geometry.hpp>
 #include <boost/geometry/geometries/point_xy.hpp>
 #include <boost/geometry/geometries/polygon.hpp>

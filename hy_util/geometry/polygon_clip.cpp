@@ -1,11 +1,11 @@
 // CHU_DPolygon::ClipToPolygon: the overlay is Boost.Geometry's polygon
 // intersection; this file only converts rings in and pieces out.
 
-// Boost.Geometry 1.74 pulls in deprecated Boost headers.
-#define BOOST_ALLOW_DEPRECATED_HEADERS
 // Boost.Geometry 1.74's rescaling policy trips GCC's flow analysis inside its
 // own headers once inlined here; the values are set before use.
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 #include <boost/geometry.hpp>
 #include <boost/geometry/geometries/multi_polygon.hpp>
 #include <boost/geometry/geometries/point_xy.hpp>
