@@ -16,18 +16,13 @@
 #include "hy_util/grids/binary_grid_file.h"
 #include "hy_util/grids/binary_grid_format.h"
 
+#include "fuzz_support.h"
+
 namespace {
 
 const std::string& ScratchPath() {
-  static const std::string path = "/tmp/fuzz_binary_grid_" + std::to_string(getpid()) + ".hybg";
+  static const std::string path = hyfuzz::ScratchDirectory() + "/grid.hybg";
   return path;
-}
-
-bool WriteScratch(const std::uint8_t* data, std::size_t size) {
-  std::FILE* f = std::fopen(ScratchPath().c_str(), "wb");
-  if (f == nullptr) return false;
-  const bool ok = std::fwrite(data, 1, size, f) == size;
-  return std::fclose(f) == 0 && ok;
 }
 
 // Query positions spread over the grid the header describes (or over a default
@@ -59,7 +54,7 @@ std::vector<CHU_DPolygon> Polygons(const std::vector<HU_HYBGPoint>& points, doub
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (!WriteScratch(data, size)) return 0;
+  if (!hyfuzz::WriteFile(ScratchPath(), data, size)) return 0;
   HU_HYBGHeader header;
   bool usable = false;
   {

@@ -12,29 +12,13 @@
 
 #include "hy_util/grids/esri_grid_ascii.h"
 #include "hy_util/grids/grid_converter.h"
-#include "hy_util/platform/application.h"
+
+#include "fuzz_support.h"
 
 namespace {
 
-// Conversion messages would flood the fuzzer's output.
-class QuietApplication : public CHU_DefaultApplication {
- public:
-  void ShowMessage(const std::string&, HU_MessageKind) override {}
-};
-
 // Output is kept small: a damaged header must not make the fuzzer write much.
 constexpr std::uint64_t kMaxRowOffset = 1 << 16;
-
-const std::string& ScratchDirectory() {
-  static const std::string directory = [] {
-    static QuietApplication application;
-    HU_SetApplication(&application);
-    char pattern[] = "/tmp/fuzz_esri_ascii_XXXXXX";
-    const char* made = mkdtemp(pattern);
-    return std::string(made ? made : "/tmp");
-  }();
-  return directory;
-}
 
 void ReadRows(const std::string& path) {
   CHU_File_EsriGridASCII grid(path.c_str());
@@ -58,7 +42,7 @@ void ReadWholeGrid(const std::string& path) {
 }
 
 void Convert(const std::string& path) {
-  const std::string& dir = ScratchDirectory();
+  const std::string& dir = hyfuzz::ScratchDirectory();
   CHU_File_EsriGridASCII grid(path.c_str());
   grid.SetMaxRowOffset(kMaxRowOffset);
   grid.ConvertToHYBinaryGridFile(dir + "/classic.hybg");
@@ -69,7 +53,7 @@ void Convert(const std::string& path) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string path = ScratchDirectory() + "/grid.asc";
+  const std::string path = hyfuzz::ScratchDirectory() + "/grid.asc";
   std::FILE* file = std::fopen(path.c_str(), "wb");
   if (file == nullptr) return 0;
   const bool written = std::fwrite(data, 1, size, file) == size;

@@ -13,34 +13,12 @@
 
 #include "hy_util/grids/esri_grid_binary.h"
 #include "hy_util/grids/grid_converter.h"
-#include "hy_util/platform/application.h"
+
+#include "fuzz_support.h"
 
 namespace {
 
-class QuietApplication : public CHU_DefaultApplication {
- public:
-  void ShowMessage(const std::string&, HU_MessageKind) override {}
-};
-
 constexpr std::uint64_t kMaxRowOffset = 1 << 16;
-
-const std::string& ScratchDirectory() {
-  static const std::string directory = [] {
-    static QuietApplication application;
-    HU_SetApplication(&application);
-    char pattern[] = "/tmp/fuzz_esri_float_XXXXXX";
-    const char* made = mkdtemp(pattern);
-    return std::string(made ? made : "/tmp");
-  }();
-  return directory;
-}
-
-bool WriteFile(const std::string& path, const std::uint8_t* data, std::size_t size) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return false;
-  const bool written = std::fwrite(data, 1, size, file) == size;
-  return std::fclose(file) == 0 && written;
-}
 
 void ReadGrid(const std::string& path) {
   CHU_File_EsriGridBinary grid(path.c_str());
@@ -54,7 +32,7 @@ void ReadGrid(const std::string& path) {
 }
 
 void Convert(const std::string& path) {
-  const std::string& dir = ScratchDirectory();
+  const std::string& dir = hyfuzz::ScratchDirectory();
   CHU_File_EsriGridBinary grid(path.c_str());
   grid.SetMaxRowOffset(kMaxRowOffset);
   grid.ConvertToHYBinaryGridFile(dir + "/classic.hybg");
@@ -68,9 +46,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::uint8_t* split = std::find(data, data + size, std::uint8_t{0});
   const std::size_t headerSize = static_cast<std::size_t>(split - data);
   const std::size_t dataStart = std::min(size, headerSize + 1);
-  const std::string& dir = ScratchDirectory();
-  if (!WriteFile(dir + "/grid.hdr", data, headerSize) ||
-      !WriteFile(dir + "/grid.flt", data + dataStart, size - dataStart)) {
+  const std::string& dir = hyfuzz::ScratchDirectory();
+  if (!hyfuzz::WriteFile(dir + "/grid.hdr", data, headerSize) ||
+      !hyfuzz::WriteFile(dir + "/grid.flt", data + dataStart, size - dataStart)) {
     return 0;
   }
   ReadGrid(dir + "/grid.flt");

@@ -13,41 +13,15 @@
 #include <boost/property_tree/exceptions.hpp>
 
 #include "hy_util/core/string_manager.h"
-#include "hy_util/platform/application.h"
+
+#include "fuzz_support.h"
 
 namespace {
-
-// Message boxes for bad files would flood the fuzzer's output.
-class QuietApplication : public CHU_DefaultApplication {
- public:
-  void ShowMessage(const std::string&, HU_MessageKind) override {}
-};
-
-const std::string& ScratchDirectory() {
-  static const std::string directory = [] {
-    static QuietApplication application;
-    HU_SetApplication(&application);
-    char pattern[] = "/tmp/fuzz_language_loader_XXXXXX";
-    const char* made = mkdtemp(pattern);
-    std::string path = made ? made : "/tmp";
-    application.SetAppDirectory(path);
-    return path;
-  }();
-  return directory;
-}
-
-bool WriteLanguageFile(const std::uint8_t* data, std::size_t size) {
-  const std::string path = ScratchDirectory() + "/fuzz.xml";
-  std::FILE* f = std::fopen(path.c_str(), "wb");
-  if (f == nullptr) return false;
-  const bool ok = std::fwrite(data, 1, size, f) == size;
-  return std::fclose(f) == 0 && ok;
-}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (!WriteLanguageFile(data, size)) return 0;
+  if (!hyfuzz::WriteFile(hyfuzz::ScratchDirectory() + "/fuzz.xml", data, size)) return 0;
   CStringManager& manager = CStringManager::Instance();
   try {
     manager.LoadStrings("fuzz.xml");

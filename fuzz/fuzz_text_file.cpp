@@ -12,18 +12,13 @@
 
 #include "hy_util/core/text_file.h"
 
+#include "fuzz_support.h"
+
 namespace {
 
 const std::string& ScratchPath() {
-  static const std::string path = "/tmp/fuzz_text_file_" + std::to_string(getpid()) + ".txt";
+  static const std::string path = hyfuzz::ScratchDirectory() + "/text.txt";
   return path;
-}
-
-bool WriteScratch(const std::uint8_t* data, std::size_t size) {
-  std::FILE* f = std::fopen(ScratchPath().c_str(), "wb");
-  if (f == nullptr) return false;
-  const bool ok = std::fwrite(data, 1, size, f) == size;
-  return std::fclose(f) == 0 && ok;
 }
 
 void ReadAllLines(bool skipComments) {
@@ -53,7 +48,7 @@ void ReadAllTokens(bool checkSeekBack) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (!WriteScratch(data, size)) return 0;
+  if (!hyfuzz::WriteFile(ScratchPath(), data, size)) return 0;
   try {
     ReadAllLines(false);
     ReadAllLines(true);
