@@ -1,7 +1,6 @@
 #include "hy_util/grids/esri_grid.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 
 #include "hy_util/grids/binary_grid_writer.h"
@@ -70,8 +69,9 @@ double CHU_File_EsriGrid::CurrentRowY() const {
 }
 
 bool CHU_File_EsriGrid::IsNoData(double value) const {
-  const double noData = GetNoDataValue();
-  return value == noData || (std::isnan(value) && std::isnan(noData));
+  // Exact comparison in double: with a "nan" no-data value, NaN values still
+  // differ from it and give points.
+  return value == GetNoDataValue();
 }
 
 void CHU_File_EsriGrid::AddPoint(HU_GridPointArray& points, double x, double y, double value) {
@@ -130,9 +130,10 @@ bool CHU_File_EsriGrid::ReadData(HU_GridPointArray& points, int* skipped) {
   int column = 0;
   double x = GetXllCenter();
   std::vector<std::string> tokens;
-  // Values beyond the last row are not part of the grid and are left unread.
-  while (row_ < GetRowCount() && ReadDataTokens(tokens, skipped)) {
-    for (std::size_t i = 0; i < tokens.size() && row_ < GetRowCount(); ++i) {
+  // Every value up to the end of the file is read; values past the last row give
+  // points south of the grid, as the rows before them do.
+  while (ReadDataTokens(tokens, skipped)) {
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
       double value = 0.0;
       ++pointsRead_;
       if (HU_ParseGridNumber(tokens[i], value)) AddPoint(points, x, CurrentRowY(), value);

@@ -54,7 +54,8 @@ class CHU_File_EsriGrid : public CHU_File {
   // Checks the data part of the file; the base has nothing to check.
   virtual bool CheckData(int* blocks);
   virtual bool ReadHeader();
-  // The points of the whole grid, values taken in order regardless of line breaks.
+  // The points of the whole grid, values taken in order regardless of line breaks
+  // up to the end of the file.
   virtual bool ReadData(HU_GridPointArray& points, int* skipped);
   virtual bool WriteHeader();
   virtual bool WriteNextData(const std::string& text);

@@ -43,10 +43,10 @@ bool CHU_File_EsriGridBinary::ReadData(HU_GridPointArray& points, int* skipped) 
   if (!header_ || !Seek(0, SEEK_SET)) return false;
   row_ = 0;
   HU_GridPointArray rowPoints;
-  while (row_ < GetRowCount() && ReadLine(rowPoints, skipped)) {
+  // The read that ends the data (a short one) stops the progress display.
+  while (ReadLine(rowPoints, skipped)) {
     for (auto& point : rowPoints) points.push_back(std::move(point));
   }
-  HU_GetApplication().ProgressStop();
   return true;
 }
 

@@ -25,7 +25,8 @@ class CHU_File_EsriGridBinary : public CHU_File_EsriGrid {
   // the last block is short or there is none. *blocks receives the number of
   // whole blocks.
   bool CheckData(int* blocks) override;
-  // The points of the whole grid, from the start of the data file.
+  // The points of the whole grid, row after row from the start of the data file
+  // to its end.
   bool ReadData(HU_GridPointArray& points, int* skipped) override;
   // Writes nothing.
   bool WriteNextData(const std::string& text) override;

@@ -49,8 +49,8 @@ TEST(EsriGridAsciiTest, ReadDataTakesValuesRegardlessOfLineBreaks) {
   HU_GridPointArray points;
   ASSERT_TRUE(grid.ReadData(points, nullptr));
   EXPECT_EQ(Nodes(points), (std::vector<Node>{{105, 215, 1}, {115, 215, 2}, {125, 215, 3}, {105, 205, 4},
-                                             {125, 205, 6}}));  // 7 and 8 lie beyond the last row
-  EXPECT_EQ(grid.GetPointsRead(), 6);
+                                             {125, 205, 6}, {105, 195, 7}, {115, 195, 8}}));  // read to the end
+  EXPECT_EQ(grid.GetPointsRead(), 8);
 }
 
 TEST(EsriGridAsciiTest, ProgressMovesOncePerPercentOfRowsAndStopsAtEndOfFile) {
