@@ -133,11 +133,13 @@ void HU_DateTime::EncodeDate(int day, int month, int year, std::string& text) {
 }
 
 void HU_DateTime::set_date_fmt(const std::string& pattern) {
-  const std::string lower = ToLower(pattern);
+  // The separator follows the leading run of lower-case pattern letters, so an
+  // upper-case pattern has none and gets "/"; the order is judged after
+  // lower-casing.
   char separator = '/';
-  if (ScanText(lower, "%*[dmy]%c", &separator) != 1) separator = '/';
+  if (ScanText(pattern, "%*[dmy]%c", &separator) != 1) separator = '/';
   g_dateSeparator = std::string(1, separator);
-  const int order = decode_order(lower);
+  const int order = decode_order(ToLower(pattern));
   g_dateOrder = order < 0 ? 0 : order;
   static const char* const kPatterns[] = {"dd%smm%syy", "mm%sdd%syy", "yy%smm%sdd"};
   char buffer[32];
@@ -152,7 +154,7 @@ int HU_DateTime::get_date_order() { return g_dateOrder; }
 
 int HU_DateTime::decode_order(const std::string& text) {
   if (text.empty()) return -1;
-  switch (std::tolower(static_cast<unsigned char>(text.front()))) {
+  switch (text.front()) {
     case 'd': return 0;
     case 'm': return 1;
     case 'y': return 2;

@@ -21,7 +21,10 @@
 //   reader. Clock readers reject negative hours, minutes or seconds. Date texts
 //   are read in the order of set_date_fmt (str_to_date) or of the "DATE_FORMAT"
 //   setting (DecodeDate, the counterpart of the three-argument EncodeDate).
-// - set_date_fmt takes the pattern in either case ("DD.MM.YY" as "dd.mm.yy").
+// - set_date_fmt takes the order from the pattern's first letter in either case,
+//   but finds the separator only after lower-case letters: "DD.MM.YY" gives the
+//   order day-month-year with the separator "/". decode_order is case-sensitive.
+// - date_to_str writes the year as its last two digits, in the set order.
 // - Day counts outside 1 .. the last day of year INT_MAX give day, month and year 0
 //   from calc_dmy; make_abs_time gives -1 when the result would overflow.
 // - Timestamps: the date as EncodeDate writes it in the default order (four-digit

@@ -1,6 +1,10 @@
 #include "hy_util/core/str_num_conversion.h"
 
+#include <locale.h>
+
+#include <cerrno>
 #include <charconv>
+#include <cstdlib>
 #include <system_error>
 #include <vector>
 
@@ -12,7 +16,7 @@ bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
 }
 
-// Start of the number: after leading white space and a "+" that from_chars would
+// Start of an integer: after leading white space and a "+" that from_chars would
 // refuse ("-" is left for from_chars itself).
 const char* NumberStart(const std::string& text) {
   const char* p = text.data();
@@ -22,10 +26,9 @@ const char* NumberStart(const std::string& text) {
   return p;
 }
 
-template <typename T>
-T ParseLeading(const std::string& text, T defaultValue) {
+int ParseLeadingInt(const std::string& text, int defaultValue) {
   const char* first = NumberStart(text);
-  T value{};
+  int value = 0;
   const auto [ptr, ec] = std::from_chars(first, text.data() + text.size(), value);
   if (ec != std::errc() || ptr == first) return defaultValue;
   return value;
@@ -48,11 +51,19 @@ std::string HU_StrNumConversion::FloatToString(float value) { return FloatToStri
 std::string HU_StrNumConversion::IntToString(int value) { return std::to_string(value); }
 
 float HU_StrNumConversion::StringToFloat(const std::string& text, float defaultValue) {
-  return ParseLeading<float>(text, defaultValue);
+  // strtof's rules (hexadecimal, "inf" and "nan" included) in the "C" locale, so a
+  // "." is the decimal point whatever the user's settings.
+  static const locale_t classic = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
+  const char* first = text.c_str();
+  char* end = nullptr;
+  errno = 0;
+  const float value = strtof_l(first, &end, classic);
+  if (end == first || errno == ERANGE) return defaultValue;
+  return value;
 }
 
 int HU_StrNumConversion::StringToInt(const std::string& text, int defaultValue) {
-  return ParseLeading<int>(text, defaultValue);
+  return ParseLeadingInt(text, defaultValue);
 }
 
 std::size_t HU_StrNumConversion::CountDecimalPlaces(const std::string& text) {

@@ -1,8 +1,9 @@
 #pragma once
 // HU_LIB::HU_StrNumConversion: numbers to and from standard strings.
 //
-// Parsing is locale-independent (std::from_chars): leading white space and one
-// leading "+" are accepted, then the longest number that can be read; anything after
+// Parsing follows the C runtime's strtof and strtol rules in the "C" locale (these
+// texts come from files, so "." is always the decimal point): leading white space
+// and a sign are accepted, then the longest number that can be read; anything after
 // it is ignored. Failures never raise: the caller's default comes back when no
 // number can be read or the value is out of range.
 
