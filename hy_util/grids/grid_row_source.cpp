@@ -26,35 +26,54 @@ std::string Quoted(const std::string& path) {
   return quoted;
 }
 
-bool IsSeparator(char ch) { return ch == ' ' || ch == '\t' || ch == '\r' || ch == '\n'; }
+// Blank, tab, CR and LF, tested with one comparison and a bit mask.
+bool IsSeparator(char ch) {
+  constexpr std::uint64_t kMask = (1ull << ' ') | (1ull << '\t') | (1ull << '\r') | (1ull << '\n');
+  const auto code = static_cast<unsigned char>(ch);
+  return code <= ' ' && ((kMask >> code) & 1u) != 0;
+}
 
 // Whitespace-separated tokens of a text file, read through one large buffer.
 class TextTokenStream {
  public:
   explicit TextTokenStream(FilePtr file) : file_(std::move(file)), buffer_(kBufferSize) {}
 
+  enum class TokenKind { Number, Word, End };
+
   // The next token and whether it is the first of its line; false at end of
   // file or on failure (see Failed).
   bool Next(std::string_view& token, bool& firstOnLine) {
-    for (;;) {
-      SkipSeparators();
-      if (pos_ == end_) {
-        if (!Refill()) return false;
-        continue;
-      }
-      std::size_t i = pos_;
-      while (i < end_ && !IsSeparator(buffer_[i])) ++i;
-      if (i == end_ && !eof_) {  // the token may go on in the next block
+    while (FindToken()) {
+      const char* const start = buffer_.data() + pos_;
+      const char* const end = buffer_.data() + end_;
+      const char* stop = start;
+      while (stop != end && !IsSeparator(*stop)) ++stop;
+      if (stop == end && !eof_) {  // the token may go on in the next block
         if (pos_ == 0 && end_ == buffer_.size()) return Fail("a token longer than 1 MiB");
         Refill();
         continue;
       }
-      token = std::string_view(buffer_.data() + pos_, i - pos_);
-      firstOnLine = lineStart_;
-      lineStart_ = false;
-      pos_ = i;
+      token = std::string_view(start, static_cast<std::size_t>(stop - start));
+      TakeToken(stop, firstOnLine);
       return true;
     }
+    return false;
+  }
+
+  // The next token read as a number (Number, with value set) or not (Word). A
+  // plain decimal that ends inside the buffer is parsed in place, in one pass;
+  // any other token goes through Next and the full parser.
+  TokenKind NextValue(double& value, bool& firstOnLine) {
+    if (!FindToken()) return TokenKind::End;
+    const char* const end = buffer_.data() + end_;
+    const char* const stop = HU_ScanPlainDecimal(buffer_.data() + pos_, end, value);
+    if (stop != nullptr && stop != end && IsSeparator(*stop)) {
+      TakeToken(stop, firstOnLine);
+      return TokenKind::Number;
+    }
+    std::string_view token;
+    if (!Next(token, firstOnLine)) return TokenKind::End;
+    return HU_ParseGridNumber(token, value) ? TokenKind::Number : TokenKind::Word;
   }
 
   // Passes over the rest of the current line.
@@ -76,10 +95,26 @@ class TextTokenStream {
  private:
   static constexpr std::size_t kBufferSize = 1 << 20;
 
-  void SkipSeparators() {
-    for (; pos_ < end_ && IsSeparator(buffer_[pos_]); ++pos_) {
-      if (buffer_[pos_] == '\n') lineStart_ = true;
+  // Moves to the start of the next token, noting line ends passed and refilling
+  // the buffer as needed; false at end of file or on failure.
+  bool FindToken() {
+    for (;;) {
+      const char* const end = buffer_.data() + end_;
+      const char* start = buffer_.data() + pos_;
+      bool lineStart = lineStart_;
+      for (; start != end && IsSeparator(*start); ++start) lineStart |= *start == '\n';
+      pos_ = static_cast<std::size_t>(start - buffer_.data());
+      lineStart_ = lineStart;
+      if (start != end) return true;
+      if (!Refill()) return false;
     }
+  }
+
+  // Moves past the token that ends at stop.
+  void TakeToken(const char* stop, bool& firstOnLine) {
+    firstOnLine = lineStart_;
+    lineStart_ = false;
+    pos_ = static_cast<std::size_t>(stop - buffer_.data());
   }
 
   // Keeps the unread part and appends the next block; false when nothing more came.
@@ -133,11 +168,11 @@ class AsciiRowSource : public IHU_GridRowSource {
     const std::size_t ncols = static_cast<std::size_t>(header_.ncols);
     std::fill(row, row + ncols, header_.noData);
     for (valuesRead = 0; valuesRead < ncols;) {
-      std::string_view token;
-      bool firstOnLine = false;
-      if (!tokens_.Next(token, firstOnLine)) break;
       double value = 0.0;
-      if (!HU_ParseGridNumber(token, value)) {
+      bool firstOnLine = false;
+      const TextTokenStream::TokenKind kind = tokens_.NextValue(value, firstOnLine);
+      if (kind == TextTokenStream::TokenKind::End) break;
+      if (kind == TextTokenStream::TokenKind::Word) {
         if (firstOnLine) {  // not a data line
           tokens_.SkipLine();
           continue;
