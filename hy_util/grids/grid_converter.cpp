@@ -16,11 +16,17 @@ namespace {
 
 // Rows in flight are limited to about this many bytes of raw and packed values.
 constexpr std::size_t kWindowBytes = 8u << 20;
+// The output stream's buffer: row records are a few KiB, so a large buffer turns
+// thousands of small writes into a few large ones.
+constexpr std::size_t kOutputBufferBytes = 1u << 20;
 
+// Enough rows in flight to keep every worker busy while the reader runs ahead
+// (a row costs about as much to compress as to read and parse several), within
+// the memory window.
 int WindowRows(std::size_t ncols, int threads) {
   const std::size_t slotBytes = ncols * sizeof(float) * 2 + 1024;
   const int byMemory = static_cast<int>(std::min<std::size_t>(kWindowBytes / slotBytes, 1 << 16));
-  return std::clamp(byMemory, 2 * threads, 4 * threads);
+  return std::clamp(byMemory, 2 * threads, 8 * threads);
 }
 
 std::string Quoted(const std::string& path) {
@@ -211,6 +217,7 @@ bool CHU_GridConverter::Convert(const std::string& input, const std::string& out
     HU_GetApplication().ProgressStop();
     return false;
   }
+  std::setvbuf(stream, nullptr, _IOFBF, kOutputBufferBytes);
   CHU_HYBinaryGridWriter writer(stream, options_.maxRowOffset);
   bool converted = writer.WriteHeader(header_) == HU_GridWriteStatus::Ok && ConvertRows(*source, writer) &&
                    writer.WriteOffsetTable() == HU_GridWriteStatus::Ok;

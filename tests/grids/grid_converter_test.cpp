@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <random>
 
 #include "binary_grid_test_reader.h"
 #include "hy_util/grids/esri_grid_ascii.h"
+#include "hy_util/grids/grid_text_number.h"
 #include "support/recording_application.h"
 #include "support/temp_dir.h"
 
@@ -52,6 +54,26 @@ std::string AsciiText(const Grid& g, bool wrapped) {
   return text;
 }
 
+// The grid's text with each value in one of several spellings of the same number:
+// plain, zero-padded, always signed, with an exponent, and with more digits than
+// the fast decimal path takes; every 50th line is preceded by a line of words.
+std::string MixedText(const Grid& g, unsigned seed) {
+  static const char* const kFormats[] = {"%.3f", "%010.3f", "%+.2f", "%.9e", "%.20f"};
+  std::mt19937 random(seed);
+  std::string text = HeaderText(g);
+  char number[64];
+  for (int r = 0; r < g.nrows; ++r) {
+    if (r % 50 == 7) text += "words at the start\tof a line 1 2 3\n";
+    for (int c = 0; c < g.ncols; ++c) {
+      std::snprintf(number, sizeof number, kFormats[random() % 5], g.values[static_cast<std::size_t>(r) * g.ncols + c]);
+      text += number;
+      text += random() % 3 == 0 ? "\t" : " ";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
 std::string Convert(const std::string& input, const std::string& output, HU_GridConvertOptions options) {
   CHU_GridConverter converter(options);
   EXPECT_TRUE(converter.Convert(input, output)) << converter.GetLastError();
@@ -90,6 +112,42 @@ TEST(GridConverterTest, WrappedRowsAndFloatGridsGiveTheSameFile) {
   std::string raw(g.values.size() * 4, '\0');
   std::memcpy(raw.data(), g.values.data(), raw.size());
   EXPECT_EQ(Convert(dir.Write("f.flt", raw), dir.File("f.hybg"), {.threads = 3}), reference);
+}
+
+TEST(GridConverterTest, PlainDecimalsReadAsFromCharsReadsThem) {
+  std::mt19937 random(13);
+  std::vector<std::string> tokens = {"0",    "-0",   "-0.000", "1.",  ".5",     "-.5", "007.250", "123456789012345",
+                                     "0.000000000000001", "9999.99999999999", "3.14159", "-9999"};
+  const std::string digits = "0123456789";
+  for (int i = 0; i < 20000; ++i) {
+    std::string token = random() % 2 ? "-" : "";
+    const int whole = static_cast<int>(random() % 9), fraction = static_cast<int>(random() % 9);
+    for (int d = 0; d < whole; ++d) token += digits[random() % 10];
+    if (fraction > 0 || whole == 0) token += '.';
+    for (int d = 0; d < fraction; ++d) token += digits[random() % 10];
+    tokens.push_back(token);
+  }
+  for (const std::string& token : tokens) {
+    double expected = 0.0;
+    const auto [end, ec] = std::from_chars(token.data(), token.data() + token.size(), expected);
+    const bool number = ec == std::errc() && end == token.data() + token.size();
+    double value = 0.0;
+    ASSERT_EQ(HU_ParseGridNumber(token, value), number) << token;
+    if (number) {
+      ASSERT_EQ(std::memcmp(&value, &expected, sizeof value), 0) << token;
+    }
+  }
+}
+
+TEST(GridConverterTest, EverySpellingOfANumberReadsAsItsValueAcrossBufferBlocks) {
+  hytest::TempDir dir;
+  const Grid g = RandomGrid(360, 400, 17);  // about 2 MiB of text: the reader refills mid-token
+  const std::string reference = Convert(dir.Write("g.asc", AsciiText(g, false)), dir.File("g.hybg"), {});
+  const std::string mixed = dir.Write("m.asc", MixedText(g, 4));
+  for (int threads : {1, 2}) {
+    EXPECT_EQ(Convert(mixed, dir.File("m.hybg"), {.threads = threads}), reference) << threads << " threads";
+  }
+  EXPECT_EQ(DecodedValues(reference), g.values);
 }
 
 TEST(GridConverterTest, LibdeflateStreamsInflateToTheSameRows) {
