@@ -8,17 +8,15 @@
 
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace hytest {
 
 struct TestGrid {
-  int ncols = 0;
-  int nrows = 0;
-  double xll = 0.0;
-  double yll = 0.0;
-  double cell = 1.0;
+  int ncols = 0, nrows = 0;
+  double xll = 0.0, yll = 0.0, cell = 1.0;
   float noData = -9999.0f;
   std::vector<float> values;  // row-major, row 0 = north
 
@@ -27,50 +25,48 @@ struct TestGrid {
   double NodeY(int row) const { return yll + (nrows - 1) * cell - row * cell; }
 };
 
-template <typename T>
-void AppendRaw(std::string& bytes, T value) {
-  char raw[sizeof(T)];
-  std::memcpy(raw, &value, sizeof(T));
-  bytes.append(raw, sizeof(T));
+// A grid whose node (row, column) holds value(row, column).
+inline TestGrid MakeGrid(int ncols, int nrows, double xll, double yll, double cell,
+                         const std::function<float(int, int)>& value) {
+  TestGrid g{ncols, nrows, xll, yll, cell, -9999.0f, {}};
+  for (int r = 0; r < nrows; ++r)
+    for (int c = 0; c < ncols; ++c) g.values.push_back(value(r, c));
+  return g;
+}
+
+// Appends the values' bytes in the host's (little-endian) order.
+template <typename... T>
+void AppendRaw(std::string& bytes, T... values) {
+  (bytes.append(reinterpret_cast<const char*>(&values), sizeof(T)), ...);
 }
 
 inline std::string HeaderBytes(const TestGrid& g, std::uint32_t magic = 0x47425948u, std::int32_t version = 3) {
   std::string bytes;
-  AppendRaw(bytes, magic);
-  AppendRaw(bytes, version);
-  AppendRaw(bytes, static_cast<std::int32_t>(g.ncols));
-  AppendRaw(bytes, static_cast<std::int32_t>(g.nrows));
-  AppendRaw(bytes, g.xll);
-  AppendRaw(bytes, g.yll);
-  AppendRaw(bytes, g.cell);
-  AppendRaw(bytes, g.noData);
+  AppendRaw(bytes, magic, version, static_cast<std::int32_t>(g.ncols), static_cast<std::int32_t>(g.nrows), g.xll,
+            g.yll, g.cell, g.noData);
   return bytes;
 }
 
 inline std::string ZlibStream(const void* data, std::size_t size) {
   uLongf length = compressBound(static_cast<uLong>(size));
   std::string out(length, '\0');
-  compress2(reinterpret_cast<Bytef*>(out.data()), &length, static_cast<const Bytef*>(data),
-            static_cast<uLong>(size), 9);
+  compress2(reinterpret_cast<Bytef*>(out.data()), &length, static_cast<const Bytef*>(data), static_cast<uLong>(size), 9);
   out.resize(length);
   return out;
 }
 
 // The whole file. rowStreams, when given, replaces the compressed record of a row.
 inline std::string GridFileBytes(const TestGrid& g, const std::vector<std::string>& rowStreams = {}) {
-  std::string bytes = HeaderBytes(g);
-  std::string records;
-  std::vector<std::uint32_t> offsets;
+  std::string bytes = HeaderBytes(g), records;
   const std::size_t tableEnd = bytes.size() + 4 * static_cast<std::size_t>(g.nrows);
   for (int r = 0; r < g.nrows; ++r) {
-    offsets.push_back(static_cast<std::uint32_t>(tableEnd + records.size()));
-    const std::string stream = r < static_cast<int>(rowStreams.size()) && !rowStreams[r].empty()
-                                   ? rowStreams[r]
-                                   : ZlibStream(&g.values[static_cast<std::size_t>(r) * g.ncols], 4 * g.ncols);
+    AppendRaw(bytes, static_cast<std::uint32_t>(tableEnd + records.size()));
+    const bool replaced = r < static_cast<int>(rowStreams.size()) && !rowStreams[r].empty();
+    const std::string stream =
+        replaced ? rowStreams[r] : ZlibStream(&g.values[static_cast<std::size_t>(r) * g.ncols], 4 * g.ncols);
     AppendRaw(records, static_cast<std::uint32_t>(stream.size()));
     records += stream;
   }
-  for (std::uint32_t o : offsets) AppendRaw(bytes, o);
   return bytes + records;
 }
 
