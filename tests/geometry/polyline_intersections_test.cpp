@@ -1,105 +1,66 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <random>
-#include <utility>
 
-#include "hy_util/geometry/math.h"
-#include "hy_util/geometry/polyline.h"
+#include "geometry/shapes.h"
 
 namespace {
 
-CHU_DPolyLine Chain(std::initializer_list<std::pair<double, double>> points) {
-  CHU_DPolyLine chain;
-  for (const auto& [x, y] : points) chain.AddPt(x, y, 0.0);
-  return chain;
-}
-
-// A chain that answers as a closed ring, to exercise the closing edge.
-class Ring : public CHU_DPolyLine {
- public:
-  bool IsClosed() const override { return true; }
-};
-
-Ring Square() {
-  Ring ring;
-  for (const auto& [x, y] : {std::pair{0.0, 0.0}, {2.0, 0.0}, {2.0, 2.0}, {0.0, 2.0}}) ring.AddPt(x, y, 0.0);
-  return ring;
+// The points found and their chain parameters, rounded to 1e-9 for comparison.
+std::pair<XYs, std::vector<double>> Hits(const CHU_CopyableArray<CHU_DPoint>& points,
+                                         const CHU_CopyableArray<double>& params) {
+  const auto round = [](double v) { return std::round(v * 1e9) / 1e9; };
+  std::pair<XYs, std::vector<double>> out;
+  for (const CHU_DPoint& p : points) out.first.emplace_back(round(p.x), round(p.y));
+  for (double t : params) out.second.push_back(round(t));
+  return out;
 }
 
 }  // namespace
 
-TEST(PolyLineIntersectionsTest, LineHitsComeInChainOrderWithChainParameters) {
+TEST(PolyLineIntersections, LineHitsComeInChainOrderWithSegmentPlusFractionParameters) {
   const CHU_DPolyLine zigzag = Chain({{0, 0}, {2, 2}, {4, 0}, {6, 2}});
   CHU_CopyableArray<double> params;
   const auto hits = zigzag.GetIntersectionsWithLine(CHU_DPoint(6, 1), CHU_DPoint(0, 1), &params);
-  ASSERT_EQ(hits.GetSize(), 3);
-  ASSERT_EQ(params.GetSize(), 3);
-  EXPECT_DOUBLE_EQ(hits[0].x, 1.0);
-  EXPECT_DOUBLE_EQ(hits[1].x, 3.0);
-  EXPECT_DOUBLE_EQ(hits[2].x, 5.0);
-  EXPECT_DOUBLE_EQ(params[0], 0.5);
-  EXPECT_DOUBLE_EQ(params[1], 1.5);
-  EXPECT_DOUBLE_EQ(params[2], 2.5);
+  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{1, 1}, {3, 1}, {5, 1}}, std::vector{0.5, 1.5, 2.5}));
 }
 
-TEST(PolyLineIntersectionsTest, AVertexIsReportedOnceAndOverlapsByBothEnds) {
-  const CHU_DPolyLine chain = Chain({{0, 0}, {2, 2}, {4, 0}});
+TEST(PolyLineIntersections, AVertexIsReportedOnceAndAnOverlapByBothEnds) {
   CHU_CopyableArray<double> params;
-  auto hits = chain.GetIntersectionsWithLine(CHU_DPoint(0, 2), CHU_DPoint(4, 2), &params);
-  ASSERT_EQ(hits.GetSize(), 1);  // touches the apex only
-  EXPECT_DOUBLE_EQ(params[0], 1.0);
+  auto hits = Chain({{0, 0}, {2, 2}, {4, 0}}).GetIntersectionsWithLine(CHU_DPoint(0, 2), CHU_DPoint(4, 2), &params);
+  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{2, 2}}, std::vector{1.0}));  // touches the apex only
   const CHU_DPolyLine straight = Chain({{0, 0}, {4, 0}, {8, 0}});
   hits = straight.GetIntersectionsWithLine(CHU_DPoint(6, 0), CHU_DPoint(2, 0), &params);
-  ASSERT_EQ(hits.GetSize(), 3);  // overlap ends plus the vertex inside the overlap
-  EXPECT_EQ(hits[0].x, 2.0);
-  EXPECT_EQ(hits[1].x, 4.0);
-  EXPECT_EQ(hits[2].x, 6.0);
+  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{2, 0}, {4, 0}, {6, 0}}, std::vector{0.5, 1.0, 1.5}));
   EXPECT_TRUE(straight.GetIntersectionsWithLine(CHU_DPoint(0, 1), CHU_DPoint(8, 1)).empty());
 }
 
-TEST(PolyLineIntersectionsTest, ClosedRingsIncludeTheClosingEdgeOnce) {
-  const Ring square = Square();
+TEST(PolyLineIntersections, PolygonsIncludeTheirClosingEdgeAndMeetTheirFirstVertexOnce) {
+  const CHU_DPolygon square = Ring({{0, 0}, {2, 0}, {2, 2}, {0, 2}});
   CHU_CopyableArray<double> params;
-  const auto hits = square.GetIntersectionsWithLine(CHU_DPoint(-1, 1), CHU_DPoint(3, 1), &params);
-  ASSERT_EQ(hits.GetSize(), 2);
-  EXPECT_DOUBLE_EQ(params[0], 1.5);
-  EXPECT_DOUBLE_EQ(params[1], 3.5);  // on the closing edge
-  // Through two corners: (0,0) starts the ring and is not repeated at its end.
-  const auto diagonal = square.GetIntersectionsWithLine(CHU_DPoint(-1, -1), CHU_DPoint(3, 3), &params);
-  ASSERT_EQ(diagonal.GetSize(), 2);
-  EXPECT_EQ(params[0], 0.0);
-  EXPECT_EQ(params[1], 2.0);
+  auto hits = square.GetIntersectionsWithLine(CHU_DPoint(-1, 1), CHU_DPoint(3, 1), &params);
+  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{2, 1}, {0, 1}}, std::vector{1.5, 3.5}));
+  hits = square.GetIntersectionsWithLine(CHU_DPoint(-1, -1), CHU_DPoint(3, 3), &params);
+  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{0, 0}, {2, 2}}, std::vector{0.0, 2.0}));
+  // A chain against a ring meets the ring's closing edge too.
+  hits = Chain({{-1, 1}, {3, 1}}).GetIntersectionsWithPoly(square, &params);
+  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{0, 1}, {2, 1}}, std::vector{0.25, 0.75}));
+  EXPECT_EQ(Chain({{-1, 1}, {3, 1}}).GetIntersectionsWithPoly(Chain({{0, 0}, {2, 0}, {2, 2}, {0, 2}})).size(), 1u);  // open
 }
 
-TEST(PolyLineIntersectionsTest, ChainAgainstChainAndRing) {
-  const CHU_DPolyLine cut = Chain({{1, -1}, {1, 3}});
-  const Ring square = Square();
-  CHU_CopyableArray<double> params;
-  const auto hits = cut.GetIntersectionsWithPoly(square, &params);
-  ASSERT_EQ(hits.GetSize(), 2);
-  EXPECT_EQ(hits[0].y, 0.0);
-  EXPECT_EQ(hits[1].y, 2.0);
-  EXPECT_DOUBLE_EQ(params[1], 0.75);
-  const CHU_DPolyLine open = Chain({{0, 1}, {0, 0}, {2, 0}});  // square without the closing edge
-  EXPECT_EQ(Chain({{-1, 0.5}, {3, 0.5}}).GetIntersectionsWithPoly(open).GetSize(), 1);
-  EXPECT_EQ(Chain({{-1, 0.5}, {3, 0.5}}).GetIntersectionsWithPoly(square).GetSize(), 2);
-}
-
-TEST(PolyLineIntersectionsTest, DegenerateChainsNeverFailHard) {
-  const CHU_DPolyLine repeated = Chain({{1, 1}, {1, 1}, {1, 1}});
-  EXPECT_EQ(repeated.GetIntersectionsWithLine(CHU_DPoint(0, 0), CHU_DPoint(2, 2)).GetSize(), 1);
-  EXPECT_TRUE(CHU_DPolyLine().GetIntersectionsWithPoly(Square()).empty());
-  EXPECT_TRUE(Chain({{1, 1}}).GetIntersectionsWithPoly(Square()).empty());
+TEST(PolyLineIntersections, DegenerateChainsNeverFailHard) {
   const double nan = std::nan("");
-  const CHU_DPolyLine broken = Chain({{0, 0}, {nan, 1}, {2, 0}});
-  EXPECT_TRUE(broken.GetIntersectionsWithLine(CHU_DPoint(0, 5), CHU_DPoint(2, 5)).empty());
+  EXPECT_EQ(Chain({{1, 1}, {1, 1}, {1, 1}}).GetIntersectionsWithLine(CHU_DPoint(0, 0), CHU_DPoint(2, 2)).size(), 1u);
+  EXPECT_TRUE(CHU_DPolyLine().GetIntersectionsWithPoly(UnitSquare()).empty());
+  EXPECT_TRUE(Chain({{0.5, 0}}).GetIntersectionsWithPoly(UnitSquare()).empty());  // no segment
+  EXPECT_TRUE(Chain({{0, 0}, {nan, 1}, {2, 0}}).GetIntersectionsWithLine(CHU_DPoint(0, 5), CHU_DPoint(2, 5)).empty());
 }
 
 // Every reported point lies on both shapes, and its parameter names its place on
-// this chain.
-TEST(PolyLineIntersectionsTest, RandomChainsReportPointsOnBothShapesInOrder) {
+// this chain, increasing along it.
+TEST(PolyLineIntersections, RandomChainsReportPointsOnBothShapesInOrder) {
   std::mt19937 rng(21);
   std::uniform_real_distribution<double> coord(-10, 10);
   for (int c = 0; c < 200; ++c) {
@@ -110,15 +71,12 @@ TEST(PolyLineIntersectionsTest, RandomChainsReportPointsOnBothShapesInOrder) {
     const auto hits = mine.GetIntersectionsWithPoly(other, &params);
     ASSERT_EQ(hits.GetSize(), params.GetSize());
     for (int k = 0; k < hits.GetSize(); ++k) {
-      if (k > 0) {
-        ASSERT_GT(params[k], params[k - 1]);
-      }
+      ASSERT_TRUE(k == 0 || params[k] > params[k - 1]);
       const int segment = static_cast<int>(std::min(params[k], mine.GetCount() - 1.5));
       const double t = params[k] - segment;
       const CHU_DPoint& s = *mine.GetAt(segment);
       const CHU_DPoint& e = *mine.GetAt(segment + 1);
-      ASSERT_NEAR(hits[k].x, s.x + t * (e.x - s.x), 1e-8);
-      ASSERT_NEAR(hits[k].y, s.y + t * (e.y - s.y), 1e-8);
+      ASSERT_NEAR(std::hypot(hits[k].x - s.x - t * (e.x - s.x), hits[k].y - s.y - t * (e.y - s.y)), 0.0, 1e-8);
       ASSERT_TRUE(other.PtOnPoly(hits[k], 1e-8, nullptr, nullptr));
     }
   }
