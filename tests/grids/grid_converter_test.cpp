@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cstring>
 #include <filesystem>
@@ -134,6 +136,14 @@ TEST(GridConverterTest, PlainDecimalsReadAsFromCharsReadsThem) {
     double value = 0.0;
     ASSERT_EQ(HU_ParseGridNumber(token, value), number) << token;
     if (number) {
+      ASSERT_EQ(std::memcmp(&value, &expected, sizeof value), 0) << token;
+    }
+    // In the reader's buffer the scan must stop exactly at the token's end.
+    const std::string text = token + " 9876543210.98765";
+    const char* const stop = HU_ScanPlainDecimal(text.data(), text.data() + text.size(), value);
+    const bool shortNumber = number && std::count_if(token.begin(), token.end(), ::isdigit) <= 15;
+    ASSERT_EQ(stop == text.data() + token.size(), shortNumber) << token;
+    if (shortNumber) {
       ASSERT_EQ(std::memcmp(&value, &expected, sizeof value), 0) << token;
     }
   }
