@@ -137,20 +137,4 @@ TEST(BatchDamageTest, DamagedRowsAndHeadersFailAsTheReaderDoes) {
   EXPECT_EQ(ExpectSameAnswers(dir.Write("cut.hybg", bytes.substr(0, 30)), points, polygons, 2).second, 6400);
 }
 
-// Node rows and columns exactly on a rectangle's sides are where the half-open
-// edge rule decides: the east and north sides are in, the west and south sides out.
-TEST(BatchAveragerTest, NodesOnRectangleSidesFollowTheHalfOpenRule) {
-  hytest::TempDir dir;
-  const TestGrid g = hytest::MakeGrid(6, 6, 0, 0, 1, [](int r, int c) { return static_cast<float>(1 << (6 * r + c) % 20); });
-  CHU_DPolygon square;
-  for (auto [x, y] : {std::pair{1.0, 1.0}, {4.0, 1.0}, {4.0, 4.0}, {1.0, 4.0}}) square.AddPt(x, y, 0.0);
-  const CHU_DPolygon* list[] = {&square};
-  const auto answers = CHU_HYBGBatchPolygonAverager(dir.Write("r.hybg", hytest::GridFileBytes(g)), 1).Average(list);
-  double sum = 0.0;
-  for (int r = 1; r <= 3; ++r)                       // y = 4, 3, 2
-    for (int c = 2; c <= 4; ++c) sum += g.At(r, c);  // x = 2, 3, 4
-  ASSERT_EQ(answers[0].code, HYBG_OK);
-  EXPECT_EQ(answers[0].average, static_cast<float>(sum / 9));
-}
-
 }  // namespace

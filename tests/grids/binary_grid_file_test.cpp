@@ -9,6 +9,7 @@
 
 #include "grids/binary_grid_test_writer.h"
 #include "hy_util/geometry/polygon.h"
+#include "hy_util/geometry/rect.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -28,6 +29,12 @@ class BinaryGridFileTest : public ::testing::Test {
     return dir.Write("grid.hybg", hytest::GridFileBytes(g, rows));
   }
   std::string WriteBytes(const std::string& bytes) { return dir.Write("grid.hybg", bytes); }
+  // The grid's file with the 32-bit field at byte position at set to v.
+  std::string Patched(std::size_t at, std::uint32_t v) const {
+    std::string bytes = hytest::GridFileBytes(grid);
+    hytest::WriteU32At(bytes, at, v);
+    return bytes;
+  }
   // The code of a nearest-node query at (x, y); value receives the answer.
   HYBG_ResultCode Nearest(CHU_HYBinaryGridFile& reader, double x, double y) {
     return reader.GetZValue(x, y, value, HYBG_NEAREST);
@@ -45,11 +52,10 @@ class BinaryGridFileTest : public ::testing::Test {
 
 TEST_F(BinaryGridFileTest, HeaderCutShortOrWithAWrongFieldIsRefusedWithItsMessage) {
   const std::string whole = hytest::GridFileBytes(grid);
-  const auto patched = [&](std::size_t at, std::uint32_t v) { std::string b = whole; hytest::WriteU32At(b, at, v); return b; };
   std::vector<std::pair<std::string, std::string>> cases = {
-      {patched(0, 0x44434241u), "File '%s' is not an HY binary grid file or has been corrupted: first 4 bytes are 0x44434241."},
-      {patched(4, 2), "HY binary grid file '%s' is a different version (2) to expected (3)."},
-      {patched(12, 0x7fffffffu), "Couldn't read array of row offsets from header of grid file '%s'."}};  // huge nrows
+      {Patched(0, 0x44434241u), "File '%s' is not an HY binary grid file or has been corrupted: first 4 bytes are 0x44434241."},
+      {Patched(4, 2), "HY binary grid file '%s' is a different version (2) to expected (3)."},
+      {Patched(12, 0x7fffffffu), "Couldn't read array of row offsets from header of grid file '%s'."}};  // huge nrows
   for (const auto& [length, field] : std::vector<std::pair<std::size_t, std::string>>{
            {0, "magic number"}, {3, "magic number"}, {7, "version number"}, {8, "number of columns"},
            {15, "number of rows"}, {16, "lower-left X coordinate"}, {31, "lower-left Y coordinate"},
@@ -75,55 +81,34 @@ TEST_F(BinaryGridFileTest, UnusableShapesAreRefusedBeforeAnythingIsAllocated) {
   }
 }
 
-// ---- Each query opens the file; the header is read once ----
+// ---- Each query opens the file; the header is read once; copies keep it ----
 
-TEST_F(BinaryGridFileTest, EveryQueryOpensTheFileAndAFailedHeaderIsReadAgain) {
-  CHU_HYBinaryGridFile reader(Path());
-  EXPECT_EQ(Nearest(reader, 110, 210), HYBG_ERROR);
-  EXPECT_EQ(reader.GetLastError(), Named("Couldn't open HY binary grid file '%s' for read access."));
-  Write(grid);
-  ASSERT_EQ(Nearest(reader, 100, 220), HYBG_OK);
-  grid.values[0] = 42.0f;
-  Write(grid);
-  EXPECT_EQ(Nearest(reader, 100, 220), HYBG_OK);
-  EXPECT_EQ(value, 42.0f);
-  std::filesystem::remove(Path());
-  EXPECT_EQ(Nearest(reader, 99, 220), HYBG_NO_DATA);  // the bounds need no file
-  EXPECT_EQ(Nearest(reader, 100, 220), HYBG_ERROR);
-}
-
-TEST_F(BinaryGridFileTest, CopiesKeepTheLoadedHeaderAndTheirOwnOffsetTable) {
+TEST_F(BinaryGridFileTest, EveryQueryOpensTheFileAFailedHeaderIsReadAgainAndCopiesKeepTheLoadedOne) {
   CHU_HYBinaryGridFile copy("other");
   {
-    CHU_HYBinaryGridFile original(Write(grid));
-    ASSERT_EQ(Nearest(original, 110, 210), HYBG_OK);
-    copy = original;
+    CHU_HYBinaryGridFile reader(Path());
+    EXPECT_EQ(Nearest(reader, 110, 210), HYBG_ERROR);
+    EXPECT_EQ(reader.GetLastError(), Named("Couldn't open HY binary grid file '%s' for read access."));
+    Write(grid);
+    ASSERT_EQ(Nearest(reader, 100, 220), HYBG_OK);
+    grid.values[0] = 42.0f;
+    Write(grid);
+    ASSERT_EQ(Nearest(reader, 100, 220), HYBG_OK);
+    EXPECT_EQ(value, 42.0f);
+    copy = reader;
   }
   std::filesystem::remove(Path());
-  CHU_HYBinaryGridFile second(copy);
-  EXPECT_EQ(Nearest(second, 500, 210), HYBG_NO_DATA);  // bounds known without the file
+  EXPECT_EQ(Nearest(copy, 99, 220), HYBG_NO_DATA);  // the copied bounds need no file
+  EXPECT_EQ(Nearest(copy, 100, 220), HYBG_ERROR);
   Write(grid);
-  EXPECT_EQ(Nearest(second, 130, 200), HYBG_OK);
+  CHU_HYBinaryGridFile second(copy);
+  EXPECT_EQ(Nearest(second, 130, 200), HYBG_OK);  // through the copied offset table
   EXPECT_EQ(value, grid.At(2, 3));
 }
 
 // ---- Point values ----
 
-TEST_F(BinaryGridFileTest, NearestGivesEachNodeAndBreaksTiesWestAndNorth) {
-  CHU_HYBinaryGridFile reader(Write(grid));
-  for (int r = 0; r < grid.nrows; ++r) {
-    for (int c = 0; c < grid.ncols; ++c) {
-      ASSERT_EQ(Nearest(reader, grid.NodeX(c), grid.NodeY(r)), HYBG_OK);
-      EXPECT_EQ(value, grid.At(r, c)) << r << "," << c;
-    }
-  }
-  ASSERT_EQ(Nearest(reader, 115, 205), HYBG_OK);
-  EXPECT_EQ(value, grid.At(1, 1));  // halfway both ways
-  ASSERT_EQ(Nearest(reader, 115.001, 204.999), HYBG_OK);
-  EXPECT_EQ(value, grid.At(2, 2));
-}
-
-TEST_F(BinaryGridFileTest, PointsOnTheBoundsAreInsideAndOthersGiveNoDataWithTheirMessage) {
+TEST_F(BinaryGridFileTest, PointValuesComeFromTheNearestOrSurroundingNodesOrGiveNoDataWithTheirMessage) {
   grid.values[5] = grid.noData;  // node (110, 210)
   CHU_HYBinaryGridFile reader(Write(grid));
   const auto bad = static_cast<HYBG_ValueInterpolationMethod>(7);
@@ -143,12 +128,21 @@ TEST_F(BinaryGridFileTest, PointsOnTheBoundsAreInsideAndOthersGiveNoDataWithThei
       {NAN, 210, HYBG_NEAREST, HYBG_NO_DATA, 7, ""},
       {111, 209, HYBG_NEAREST, HYBG_NO_DATA, 7,
        "Grid file '%s' contains no data for given longitude, latitude coordinates (111.0000, 209.0000)."},
+      {115, 205, HYBG_NEAREST, HYBG_NO_DATA, 7, ""},  // a tie goes to the west column and north row: the null node
+      {115.001, 204.999, HYBG_NEAREST, HYBG_OK, grid.At(2, 2), ""},
       {120, 210, bad, HYBG_NO_DATA, 7, ""}};
   for (const auto& c : cases) {
     value = 7.0f;
     EXPECT_EQ(reader.GetZValue(c.x, c.y, value, c.method), c.code) << c.x << "," << c.y;
     EXPECT_NEAR(value, c.value, 1e-5) << c.x << "," << c.y;
     if (!c.message.empty()) { EXPECT_EQ(reader.GetLastError(), Named(c.message)); }
+  }
+  for (int r = 0; r < grid.nrows; ++r) {
+    for (int c = 0; c < grid.ncols; ++c) {
+      value = 7.0f;
+      EXPECT_EQ(Nearest(reader, grid.NodeX(c), grid.NodeY(r)), grid.At(r, c) == grid.noData ? HYBG_NO_DATA : HYBG_OK);
+      EXPECT_EQ(value, grid.At(r, c) == grid.noData ? 7.0f : grid.At(r, c)) << r << "," << c;
+    }
   }
 }
 
@@ -211,14 +205,11 @@ INSTANTIATE_TEST_SUITE_P(AllMasks, BilinearMaskTest, ::testing::Range(0, 16));
 
 // The code and average from every node of the grid, independent of the reader's ranges.
 std::pair<HYBG_ResultCode, float> BruteForce(const TestGrid& g, const CHU_DPolygon& p, float untouched) {
-  double left = 1e300, right = -1e300, bottom = 1e300, top = -1e300;
-  for (int i = 0; i < p.GetCount(); ++i) {
-    left = std::min(left, p.GetAt(i)->x), right = std::max(right, p.GetAt(i)->x);
-    bottom = std::min(bottom, p.GetAt(i)->y), top = std::max(top, p.GetAt(i)->y);
-  }
+  CHU_DRect e;
+  p.GetExtent(&e);
   const double xmax = g.NodeX(g.ncols - 1), ymax = g.NodeY(0);
-  if (right < g.xll || left > xmax || top < g.yll || bottom > ymax) return {HYBG_NO_DATA, untouched};
-  bool partial = left <= g.xll || right >= xmax || bottom <= g.yll || top >= ymax;
+  if (e.Right() < g.xll || e.Left() > xmax || e.Top() < g.yll || e.Bottom() > ymax) return {HYBG_NO_DATA, untouched};
+  bool partial = e.Left() <= g.xll || e.Right() >= xmax || e.Bottom() <= g.yll || e.Top() >= ymax;
   double sum = 0.0;
   long count = 0;
   for (int r = 0; r < g.nrows; ++r) {
@@ -285,18 +276,14 @@ TEST_F(BinaryGridFileTest, PolygonCodesAndMessagesFollowTheNodesItEncloses) {
 // ---- Damaged rows ----
 
 TEST_F(BinaryGridFileTest, DamagedRowFailsPointAndPolygonQueriesWithTheRowMessage) {
-  const std::pair<void (*)(std::string&), const char*> damages[] = {
-      {[](std::string& b) { hytest::WriteU32At(b, hytest::OffsetEntryPosition(1), 0xFFFFFFF0u); },
-       "could not seek to file offset 4294967280 (0xFFFFFFF0)."},
-      {[](std::string& b) { hytest::WriteU32At(b, hytest::OffsetEntryPosition(1), static_cast<std::uint32_t>(b.size() - 2)); },
-       "could not read length of compressed data for row #1."},
-      {[](std::string& b) { hytest::WriteU32At(b, hytest::ReadU32At(b, hytest::OffsetEntryPosition(1)), 0x7FFFFFFFu); },
-       "could not read compressed data for row #1."},
-      {[](std::string& b) { b.replace(hytest::ReadU32At(b, hytest::OffsetEntryPosition(1)) + 4, 6, 6, '\xA5'); },
-       "could not decompress data for row #1."}};
-  for (const auto& [damage, message] : damages) {
-    std::string bytes = hytest::GridFileBytes(grid);
-    damage(bytes);
+  const std::size_t entry = hytest::OffsetEntryPosition(1), size = hytest::GridFileBytes(grid).size();
+  const std::size_t record = hytest::ReadU32At(hytest::GridFileBytes(grid), entry);  // row 1's length field
+  const std::pair<std::string, std::string> damages[] = {
+      {Patched(entry, 0xFFFFFFF0u), "could not seek to file offset 4294967280 (0xFFFFFFF0)."},
+      {Patched(entry, static_cast<std::uint32_t>(size - 2)), "could not read length of compressed data for row #1."},
+      {Patched(record, 0x7FFFFFFFu), "could not read compressed data for row #1."},
+      {Patched(record + 4, 0xA5A5A5A5u), "could not decompress data for row #1."}};
+  for (const auto& [bytes, message] : damages) {
     CHU_HYBinaryGridFile reader(WriteBytes(bytes));
     const std::string expected = Named("HY binary grid file '%s' may be corrupt: ") + message;
     EXPECT_EQ(Nearest(reader, 110, 210), HYBG_ERROR);

@@ -40,10 +40,9 @@ void AppendRaw(std::string& bytes, T... values) {
   (bytes.append(reinterpret_cast<const char*>(&values), sizeof(T)), ...);
 }
 
-inline std::string HeaderBytes(const TestGrid& g, std::uint32_t magic = 0x47425948u, std::int32_t version = 3) {
+inline std::string HeaderBytes(const TestGrid& g) {
   std::string bytes;
-  AppendRaw(bytes, magic, version, static_cast<std::int32_t>(g.ncols), static_cast<std::int32_t>(g.nrows), g.xll,
-            g.yll, g.cell, g.noData);
+  AppendRaw(bytes, 0x47425948u, std::int32_t{3}, std::int32_t{g.ncols}, std::int32_t{g.nrows}, g.xll, g.yll, g.cell, g.noData);
   return bytes;
 }
 
@@ -75,8 +74,7 @@ inline std::size_t OffsetEntryPosition(int row) { return 44 + 4 * static_cast<st
 
 inline std::uint32_t ReadU32At(const std::string& bytes, std::size_t pos) {
   std::uint32_t v = 0;
-  std::memcpy(&v, bytes.data() + pos, 4);
-  return v;
+  return *static_cast<std::uint32_t*>(std::memcpy(&v, bytes.data() + pos, 4));
 }
 
 inline void WriteU32At(std::string& bytes, std::size_t pos, std::uint32_t v) { std::memcpy(bytes.data() + pos, &v, 4); }

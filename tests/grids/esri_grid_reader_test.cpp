@@ -84,37 +84,25 @@ TEST(EsriGridAsciiTest, WritesHeaderAndValuesInTheCLocaleFormat) {
             std::string::npos);
 }
 
-TEST(EsriGridBinaryTest, ReadsRowsOfFloatsWithTheHeaderBeside) {
+TEST(EsriGridBinaryTest, ReadsRowsOfFloatsWithTheHeaderBesideAndChecksForWholeGrids) {
   hytest::RecordingApplication app;
   hytest::TempDir dir;
   dir.Write("g.hdr", kHeader + "byteorder LSBFIRST\n");
-  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1, -9, 3, 4, 5, 6.5f, 7, 8, 9, 10, 11, 12})).c_str());
+  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1, -9, 3, 4, 5, 6.5f, 7, 8, 9, 10, 11, 12, 13})).c_str());
   ASSERT_TRUE(grid.ReadHeader());
   HU_GridPointArray points;
   ASSERT_TRUE(grid.ReadLine(points, nullptr));
   EXPECT_EQ(Nodes(points), (std::vector<Node>{{105, 215, 1}, {125, 215, 3}}));
-  ASSERT_TRUE(grid.ReadData(points, nullptr));  // from the start, to the end of the file
+  ASSERT_TRUE(grid.ReadData(points, nullptr));  // from the start, up to the short last row
   EXPECT_EQ(points.size(), 11u);
   EXPECT_EQ(Nodes(points).back(), (Node{125, 185, 12}));
-  EXPECT_EQ(app.progressStops, 1);
+  EXPECT_EQ(app.progressStops, 1);  // by the short read
   int blocks = 0;
-  EXPECT_TRUE(grid.CheckData(&blocks));
-  EXPECT_EQ(blocks, 2);  // of nrows x ncols values
-}
-
-TEST(EsriGridBinaryTest, ShortDataFailsTheRowAndTheCheckCountsWholeBlocks) {
-  hytest::RecordingApplication app;
-  hytest::TempDir dir;
-  dir.Write("g.hdr", kHeader);
-  CHU_File_EsriGridBinary grid(dir.Write("g.flt", FloatBytes({1, 2, 3, 4, 5, 6, 7})).c_str());
-  ASSERT_TRUE(grid.ReadHeader());
-  HU_GridPointArray points;
-  EXPECT_TRUE(grid.ReadLine(points, nullptr) && grid.ReadLine(points, nullptr));
-  EXPECT_FALSE(grid.ReadLine(points, nullptr));
-  EXPECT_EQ(app.progressStops, 1);
-  int blocks = -1;
-  EXPECT_FALSE(grid.CheckData(&blocks));
-  EXPECT_EQ(blocks, 1);
+  EXPECT_FALSE(grid.CheckData(&blocks));  // 13 values: two grids of 6 and one left over
+  EXPECT_EQ(blocks, 2);
+  dir.Write("h.hdr", kHeader);
+  CHU_File_EsriGridBinary whole(dir.Write("h.flt", FloatBytes({1, 2, 3, 4, 5, 6})).c_str());
+  EXPECT_TRUE(whole.ReadHeader() && whole.CheckData(&blocks));
 }
 
 TEST(EsriGridHelperTest, ExtensionOrHeaderCompanionDecidesTheForm) {
