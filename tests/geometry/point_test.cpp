@@ -4,6 +4,7 @@
 
 #include <array>
 #include <memory>
+#include <tuple>
 
 #include "hy_util/geometry/point3d.h"
 
@@ -17,16 +18,13 @@ TEST(Point, DefaultsMarkTheCoordinatesUnsetButA3DPointStartsAtTheOrigin) {
 }
 
 TEST(Point, AssignmentKeepsThePackedColourWhileCopyConstructionCopiesIt) {
-  CHU_DPoint red(1, 2, 3, 0x0000FF);
-  int tag = 0;
-  red.SetItemData(&tag);
+  CHU_DPoint red(1, 2, 3, 0x0000FF), green(0, 0, 0, 0x00FF00);
+  red.SetItemData(&red);
   red.SetSymbol(7);
-  CHU_DPoint green(0, 0, 0, 0x00FF00);
   green = red;
   EXPECT_EQ(green.GetColour()->packed, 0x00FF00u);
   EXPECT_EQ(green.GetColor(), 0x0000FFu);  // rebuilt from the copied components
-  EXPECT_EQ(green.GetItemData(), &tag);
-  EXPECT_EQ(green.GetSymbol(), 7);
+  EXPECT_EQ(std::make_tuple(green.z, green.GetItemData(), int{green.GetSymbol()}), std::make_tuple(3.0, (void*)&red, 7));
   EXPECT_EQ(CHU_DPoint(red).GetColour()->packed, 0x0000FFu);
   EXPECT_EQ(CHU_DPoint(&red).GetColour()->packed, 0x0000FFu);
 }

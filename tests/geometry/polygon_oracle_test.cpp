@@ -118,32 +118,3 @@ TEST(PolygonOracle, SignedAreaCentroidAndPointInPolygonAgreeWithBoost) {
     }
   }
 }
-
-// Points inside both rings by PtInPoly lie in some piece, and their share of the
-// sampled square estimates the pieces' total area.
-TEST(PolygonOracle, ClipPiecesCoverThePointsInsideBothRings) {
-  std::mt19937_64 rng(24680);
-  std::uniform_real_distribution<double> u(-2.5, 3.5);
-  for (int trial = 0; trial < 60; ++trial) {
-    const CHU_DPolygon a = RandomStarRing(rng, 5 + static_cast<int>(rng() % 30), 0.0, 0.0, 2.0);
-    const CHU_DPolygon b = RandomStarRing(rng, 5 + static_cast<int>(rng() % 30), 0.8, 0.3, 2.0);
-    CHU_DPolygonArray pieces;
-    const int count = a.ClipToPolygon(&pieces, &b);
-    ASSERT_EQ(count, static_cast<int>(pieces.size()));
-    double total = 0.0;
-    for (const auto& piece : pieces) {
-      EXPECT_GT(piece->GetSignedArea(), 0.0);  // pieces run anticlockwise
-      total += piece->GetSignedArea();
-    }
-    int inBoth = 0;
-    for (int k = 0; k < 4000; ++k) {
-      const CHU_DPoint p(u(rng), u(rng));
-      if (!a.PtInPoly(p) || !b.PtInPoly(p)) continue;
-      ++inBoth;
-      EXPECT_TRUE(std::any_of(pieces.begin(), pieces.end(), [&](const auto& piece) {
-        return piece->PtInPoly(p) || piece->PtOnPoly(p, 1e-9, nullptr, nullptr);
-      })) << p.x << ", " << p.y;
-    }
-    EXPECT_NEAR(36.0 * inBoth / 4000, total, 0.6);
-  }
-}

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <random>
 #include <tuple>
@@ -12,13 +13,17 @@
 namespace {
 
 // (0,0) - (3,0) - (3,4): segment lengths 3 and 4.
-CHU_DPolyLine Elbow() { return Chain({{0, 0}, {3, 0}, {3, 4}}); }
+const CHU_DPolyLine& Elbow() {
+  static const CHU_DPolyLine elbow = Chain({{0, 0}, {3, 0}, {3, 4}});
+  return elbow;
+}
 
 // The result of a walk along the chain and where it left out (9, 9 when untouched).
-template <class Walk>
-std::pair<int, XY> Walked(Walk walk) {
+using Walk = std::pair<int, XY>;
+template <class Call>
+Walk Walked(Call call) {
   CHU_DPoint out(9, 9);
-  const int result = walk(&out);
+  const int result = call(&out);
   return {result, At(out)};
 }
 
@@ -34,10 +39,9 @@ TEST(PolyLine, EmptyAndSingleVertexChainsFindNothing) {
               std::tuple(0.0, -1, -1, false, false, XY(9, 9)));
   }
   CHU_DRect rect(1, 2, 3, 4);
-  EXPECT_EQ(CHU_DPolyLine().GetLengthToPoint(CHU_DPoint(0, 0), 1.0), -1.0);
-  EXPECT_EQ(Chain({{2, 3}}).GetLengthToPoint(CHU_DPoint(5, 5), 1.0), 0.0);
-  EXPECT_FALSE(CHU_DPolyLine().GetExtent(&rect));
-  EXPECT_EQ(rect.Left(), 1.0);  // untouched
+  EXPECT_EQ(std::tuple(CHU_DPolyLine().GetLengthToPoint({0, 0}, 1.0), Chain({{2, 3}}).GetLengthToPoint({5, 5}, 1.0),
+                       CHU_DPolyLine().GetExtent(&rect), rect.Left()),
+            std::tuple(-1.0, 0.0, false, 1.0));  // the rectangle is untouched
 }
 
 TEST(PolyLine, StorageOwnsStableCopiesAndAddPtWithTwoPointsInsertsAfterAMatch) {
@@ -55,27 +59,26 @@ TEST(PolyLine, StorageOwnsStableCopiesAndAddPtWithTwoPointsInsertsAfterAMatch) {
   chain.RemoveAt(17);  // out of range: ignored
   chain.SetAt(0, CHU_DPoint(-1, -1));
   chain.SetSize(2);
-  EXPECT_EQ(Coords(chain), (XYs{{-1, -1}, {3, 0}}));
-  EXPECT_EQ(Coords(copy), (XYs{{3, 4}, {9, 9}, {3, 0}, {0, 0}}));
+  EXPECT_EQ(std::pair(Coords(chain), Coords(copy)), std::pair(XYs{{-1, -1}, {3, 0}}, XYs{{3, 4}, {9, 9}, {3, 0}, {0, 0}}));
 }
 
 TEST(PolyLine, AddPtFromCoordinatesGivesWhiteAttributes) {
   const CHU_DPolyLine chain = Chain({{1, 2}});
-  const CHU_Colour* colour = chain.GetAt(0)->GetColour();
-  EXPECT_EQ((std::array{colour->red, colour->green, colour->blue, colour->alpha}), (std::array{255, 255, 255, 255}));
-  EXPECT_EQ(colour->packed, 0xFFFFFFu);
-  EXPECT_EQ(chain.GetAt(0)->GetSymbol(), -1);
+  const CHU_DPoint& p = *chain.GetAt(0);
+  const CHU_Colour& c = *p.GetColour();
+  EXPECT_EQ((std::array{c.red, c.green, c.blue, c.alpha, int(c.packed), int{p.GetSymbol()}}),
+            (std::array{255, 255, 255, 255, 0xFFFFFF, -1}));
 }
 
 TEST(PolyLine, GetAtPercentClampsAndReturnsTheSegmentStartEvenOnAnExactVertexHit) {
-  const CHU_DPolyLine elbow = Elbow(), square = Chain({{0, 0}, {4, 0}, {4, 4}}), two = Chain({{0, 0}, {1, 1}});
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return elbow.GetAtPercent(0.0, o); }), std::pair(0, XY(0, 0)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return elbow.GetAtPercent(-3.0, o); }), std::pair(0, XY(0, 0)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return elbow.GetAtPercent(1.0, o); }), std::pair(1, XY(3, 4)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return square.GetAtPercent(0.5, o); }), std::pair(0, XY(4, 0)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return elbow.GetAtPercent(50, o); }), std::pair(1, XY(3, 0.5)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return elbow.GetAtPercent(150, o); }), std::pair(1, XY(3, 4)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return two.GetAtPercent(1.0, o); }), std::pair(0, XY(1, 1)));
+  const CHU_DPolyLine square = Chain({{0, 0}, {4, 0}, {4, 4}}), two = Chain({{0, 0}, {1, 1}});
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetAtPercent(0.0, o); }), Walk(0, {0, 0}));
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetAtPercent(-3.0, o); }), Walk(0, {0, 0}));
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetAtPercent(1.0, o); }), Walk(1, {3, 4}));
+  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return square.GetAtPercent(0.5, o); }), Walk(0, {4, 0}));
+  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return two.GetAtPercent(1.0, o); }), Walk(0, {1, 1}));
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetAtPercent(50, o); }), Walk(1, {3, 0.5}));
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetAtPercent(150, o); }), Walk(1, {3, 4}));
 }
 
 TEST(PolyLine, GetAtPercentAgreesWithLengthOnRandomChains) {
@@ -98,58 +101,46 @@ TEST(PolyLine, GetAtPercentAgreesWithLengthOnRandomChains) {
 }
 
 TEST(PolyLine, GetPosAlongPolylineAndGetCenterKeepTheirOwnResults) {
-  const CHU_DPolyLine chain = Elbow();
-  const std::pair<double, std::pair<int, XY>> cases[] = {
+  const std::pair<double, Walk> cases[] = {
       {0.0, {-1, {0, 0}}},  // found, although the result is -1
-      {3.0, {1, {3, 0}}},
-      {5.0, {0, {3, 2}}},   // inside the segment ending at vertex 2
-      {7.0, {2, {3, 4}}},
-      {7.5, {-1, {9, 9}}},  // beyond the end: untouched
+      {3.0, {1, {3, 0}}},   {5.0, {0, {3, 2}}},  // inside the segment ending at vertex 2
+      {7.0, {2, {3, 4}}},   {7.5, {-1, {9, 9}}}, // beyond the end: untouched
   };
-  for (const auto& [distance, expected] : cases) {
-    EXPECT_EQ(Walked([&](CHU_DPoint* o) { return chain.GetPosAlongPolyline(distance, o); }), expected) << distance;
-  }
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return chain.GetPosAlongPolyline(1, o); }), std::pair(2, XY(3, 4)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return chain.GetPosAlongPolyline(2, o); }), std::pair(-1, XY(9, 9)));
-  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return chain.GetCenter(o); }), std::pair(0, XY(3, 0.5)));
+  for (auto [d, walk] : cases) EXPECT_EQ(Walked([d](CHU_DPoint* o) { return Elbow().GetPosAlongPolyline(d, o); }), walk);
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetPosAlongPolyline(1, o); }), Walk(2, {3, 4}));  // n lengths
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetPosAlongPolyline(2, o); }), Walk(-1, {9, 9}));
+  EXPECT_EQ(Walked([](CHU_DPoint* o) { return Elbow().GetCenter(o); }), Walk(0, {3, 0.5}));
 }
 
 TEST(PolyLine, GetConnectedVerticesByDistanceTakesTheFirstSegmentReachingIt) {
-  const CHU_DPolyLine chain = Elbow();
-  CHU_DPoint a, b;
-  double rest = 0.0;
-  ASSERT_TRUE(chain.GetConnectedVertices(3.0, &a, &b, rest));
-  EXPECT_EQ(std::tuple(At(a), At(b), rest), std::tuple(XY(0, 0), XY(3, 0), 3.0));
-  ASSERT_TRUE(chain.GetConnectedVertices(5.0, &a, &b, rest));
-  EXPECT_EQ(std::tuple(At(a), At(b), rest), std::tuple(XY(3, 0), XY(3, 4), 2.0));
-  EXPECT_FALSE(chain.GetConnectedVertices(7.1, &a, &b, rest));
+  CHU_DPoint a, b, c, d;
+  double rest1 = 0.0, rest2 = 0.0;
+  ASSERT_TRUE(Elbow().GetConnectedVertices(3.0, &a, &b, rest1) && Elbow().GetConnectedVertices(5.0, &c, &d, rest2));
+  EXPECT_EQ(std::tuple(At(a), At(b), rest1, At(c), At(d), rest2),
+            std::tuple(XY(0, 0), XY(3, 0), 3.0, XY(3, 0), XY(3, 4), 2.0));
+  EXPECT_FALSE(Elbow().GetConnectedVertices(7.1, &a, &b, rest1));
 }
 
 TEST(PolyLine, PtOnPolyTakesTheFirstSegmentWithinToleranceAndHasNoClosingEdge) {
   const CHU_DPolyLine chain = Chain({{0, 0}, {2, 0}, {2, 2}, {0, 2}});
   CHU_DPoint start, end;
-  EXPECT_TRUE(chain.PtOnPoly(CHU_DPoint(1, 0), 0.0, &start, &end));
   ASSERT_TRUE(chain.PtOnPoly(CHU_DPoint(1, 1), 1.0, &start, &end));  // equidistant from all three
   EXPECT_EQ(XYs({At(start), At(end)}), (XYs{{0, 0}, {2, 0}}));
-  EXPECT_TRUE(chain.PtOnPoly(CHU_DPoint(3, 1), 1.0, &start, &end));  // exactly at the tolerance
-  EXPECT_FALSE(chain.PtOnPoly(CHU_DPoint(0, 1), 0.5, &start, &end));
-  EXPECT_FALSE(chain.PtOnPoly(CHU_DPoint(std::nan(""), 1), 1.0, &start, &end));
+  EXPECT_EQ((std::array{chain.PtOnPoly({1, 0}, 0.0, &start, &end), chain.PtOnPoly({3, 1}, 1.0, &start, &end),
+                        chain.PtOnPoly({0, 1}, 0.5, &start, &end), chain.PtOnPoly({std::nan(""), 1}, 1.0, &start, &end)}),
+            (std::array{true, true, false, false}));  // tolerance inclusive, no closing edge, NaN
 }
 
 TEST(PolyLine, PtOnVertexMatchesInASquareBoxOrByExactEquality) {
   const CHU_DPolyLine chain = Chain({{0, 0}, {4, 4}});
-  CHU_DPoint out;
-  EXPECT_EQ(chain.PtOnVertex(CHU_DPoint(4.5, 3.5), 0.5, out), 1);  // a corner of the box
-  EXPECT_EQ(out.x, 4.0);
-  EXPECT_FALSE(chain.PtOnVertex(CHU_DPoint(4.6, 4), 0.5));
-  EXPECT_TRUE(chain.PtOnVertex(CHU_DPoint(0, 0, 0), -1.0));
+  EXPECT_EQ(Walked([&](CHU_DPoint* o) { return chain.PtOnVertex({4.5, 3.5}, 0.5, *o); }), Walk(1, {4, 4}));  // box corner
+  EXPECT_EQ(std::pair(chain.PtOnVertex({4.6, 4}, 0.5), chain.PtOnVertex({0, 0, 0}, -1.0)), std::pair(false, true));
 }
 
 TEST(PolyLine, GetLengthToPointMeasuresToTheFootOrToTheNullPoint) {
-  const CHU_DPolyLine chain = Elbow();
-  EXPECT_DOUBLE_EQ(chain.GetLengthToPoint(CHU_DPoint(4, 2), 1.0), 5.0);
-  EXPECT_DOUBLE_EQ(chain.GetLengthToPoint(CHU_DPoint(1, 0.5), 1.0), 1.0);
-  EXPECT_DOUBLE_EQ(chain.GetLengthToPoint(CHU_DPoint(1, 0), 1.0), std::hypot(99999.0, 99999.0));  // on the line
-  EXPECT_EQ(chain.GetLengthToPoint(CHU_DPoint(50, 50), 1.0), 7.0);  // nothing near: the whole length
-  EXPECT_EQ(Chain({{1, 1}, {1, 1}, {4, 1}}).GetLengthToPoint(CHU_DPoint(1.5, 1.5), 1.0), 0.0);  // zero-length segment
+  EXPECT_DOUBLE_EQ(Elbow().GetLengthToPoint({4, 2}, 1.0), 5.0);
+  EXPECT_DOUBLE_EQ(Elbow().GetLengthToPoint({1, 0.5}, 1.0), 1.0);
+  EXPECT_DOUBLE_EQ(Elbow().GetLengthToPoint({1, 0}, 1.0), std::hypot(99999.0, 99999.0));  // on the segment's line
+  EXPECT_EQ(Elbow().GetLengthToPoint({50, 50}, 1.0), 7.0);  // nothing near: the whole length
+  EXPECT_EQ(Chain({{1, 1}, {1, 1}, {4, 1}}).GetLengthToPoint({1.5, 1.5}, 1.0), 0.0);  // zero-length segment
 }
