@@ -61,9 +61,8 @@ TEST_F(EsriGridConvertTest, ShortLinesGiveShortRecordsAndMissingValuesArePaddedA
   const std::string bytes = hytest::ReadFileBytes(Output());
   EXPECT_EQ(hytest::DecodeField<double>(bytes, 52), -9.0);  // a double where the first record starts
   EXPECT_EQ(hytest::DecodeField<std::uint32_t>(bytes, 44), 52u);
-}
 
-TEST_F(EsriGridConvertTest, PaddingForAHugeClaimStaysWithinTheFileWritten) {
+  app.messages.clear();  // a huge claim: the padding stays within the file written
   ASSERT_TRUE(ConvertAscii("ncols 1000000\nnrows 1000000\nxllcorner 0\nyllcorner 0\ncellsize 1\n1 2\n"));
   EXPECT_EQ(Messages(), std::vector<std::string>{kPrefix + "missing 999999999998 of 1000000000000 expected values!"});
   EXPECT_LT(std::filesystem::file_size(Output()), 4000100u);  // header, table and one record
