@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cmath>
 #include <random>
-#include <tuple>
 
 #include "geometry/shapes.h"
 #include "hy_util/geometry/line.h"

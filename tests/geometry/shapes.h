@@ -1,8 +1,13 @@
 #pragma once
 // Small builders shared by the geometry tests: chains and rings from coordinate
 // lists, and points and rings read back as plain coordinates for comparison.
+// The standard headers the tests compare with (arrays, pairs, tuples) and the
+// maths they use come along.
 
+#include <array>
+#include <cmath>
 #include <initializer_list>
+#include <tuple>
 #include <utility>
 #include <vector>
 
