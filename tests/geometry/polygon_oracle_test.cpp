@@ -32,8 +32,8 @@ using BRing = bg::model::ring<BPoint, false, false>;  // anticlockwise, open: si
 // random direction so that both orientations are covered.
 CHU_DPolygon RandomStarRing(std::mt19937_64& rng, int n, double cx, double cy, double scale) {
   std::uniform_real_distribution<double> angle(0.0, 2 * std::numbers::pi), radius(0.2 * scale, scale);
-  std::vector<double> angles(static_cast<std::size_t>(n));
-  for (double& a : angles) a = angle(rng);
+  std::vector<double> angles(n);
+  std::generate(angles.begin(), angles.end(), [&] { return angle(rng); });
   std::sort(angles.begin(), angles.end());
   if (rng() % 2) std::reverse(angles.begin(), angles.end());
   CHU_DPolygon ring;

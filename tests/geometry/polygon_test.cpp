@@ -9,15 +9,14 @@
 #include "geometry/shapes.h"
 
 TEST(Polygon, AreaCentroidAndPerimeterFollowTheVertexOrderAndIgnoreADoubledFirstVertex) {
-  const CHU_DPolygon rings[] = {UnitSquare(), Ring({{0, 1}, {1, 1}, {1, 0}, {0, 0}}),
-                                Ring({{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}})};
-  const double signedAreas[] = {1.0, -1.0, 1.0};
-  for (int i = 0; i < 3; ++i) {
+  const std::pair<CHU_DPolygon, double> rings[] = {{UnitSquare(), 1.0},
+                                                   {Ring({{0, 1}, {1, 1}, {1, 0}, {0, 0}}), -1.0},
+                                                   {Ring({{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}), 1.0}};
+  for (const auto& [ring, signedArea] : rings) {
     CHU_DPoint c(7.0, 7.0, 7.0);
-    ASSERT_TRUE(rings[i].GetCentroid(&c));
-    EXPECT_EQ((std::array{rings[i].GetSignedArea(), rings[i].GetArea(), rings[i].GetLength(), c.x, c.y, c.z}),
-              (std::array{signedAreas[i], 1.0, 4.0, 0.5, 0.5, 7.0}))
-        << "ring " << i;  // the centroid writes x and y only
+    ASSERT_TRUE(ring.GetCentroid(&c));
+    EXPECT_EQ((std::array{ring.GetSignedArea(), ring.GetArea(), ring.GetLength(), c.x, c.y, c.z}),
+              (std::array{signedArea, 1.0, 4.0, 0.5, 0.5, 7.0}));  // the centroid writes x and y only
   }
 }
 

@@ -10,14 +10,25 @@
 
 namespace {
 
-// The points found and their chain parameters, rounded to 1e-9 for comparison.
-std::pair<XYs, std::vector<double>> Hits(const CHU_CopyableArray<CHU_DPoint>& points,
-                                         const CHU_CopyableArray<double>& params) {
+// Points where a chain meets a segment or another shape, with their chain
+// parameters, rounded to 1e-9 for comparison.
+using Hits = std::pair<XYs, std::vector<double>>;
+Hits Rounded(const CHU_CopyableArray<CHU_DPoint>& points, const CHU_CopyableArray<double>& params) {
   const auto round = [](double v) { return std::round(v * 1e9) / 1e9; };
-  std::pair<XYs, std::vector<double>> out;
+  Hits out;
   for (const CHU_DPoint& p : points) out.first.emplace_back(round(p.x), round(p.y));
   for (double t : params) out.second.push_back(round(t));
   return out;
+}
+Hits LineHits(const CHU_DPolyLine& chain, const CHU_DPoint& a, const CHU_DPoint& b) {
+  CHU_CopyableArray<double> params;
+  const auto points = chain.GetIntersectionsWithLine(a, b, &params);
+  return Rounded(points, params);
+}
+Hits PolyHits(const CHU_DPolyLine& chain, const CHU_DPolyLine& other) {
+  CHU_CopyableArray<double> params;
+  const auto points = chain.GetIntersectionsWithPoly(other, &params);
+  return Rounded(points, params);
 }
 
 // A U-shaped ring: two arms x in [0, 1] and [2, 3] over y in [1, 3], joined below.
@@ -34,42 +45,24 @@ std::array<bool, 4> Relations(const CHU_DPolyLine& chain, const CHU_DPolygon& po
 
 }  // namespace
 
-TEST(PolyLineIntersections, LineHitsComeInChainOrderWithSegmentPlusFractionParameters) {
-  const CHU_DPolyLine zigzag = Chain({{0, 0}, {2, 2}, {4, 0}, {6, 2}});
-  CHU_CopyableArray<double> params;
-  const auto hits = zigzag.GetIntersectionsWithLine(CHU_DPoint(6, 1), CHU_DPoint(0, 1), &params);
-  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{1, 1}, {3, 1}, {5, 1}}, std::vector{0.5, 1.5, 2.5}));
-}
-
-TEST(PolyLineIntersections, AVertexIsReportedOnceAndAnOverlapByBothEnds) {
-  CHU_CopyableArray<double> params;
-  auto hits = Chain({{0, 0}, {2, 2}, {4, 0}}).GetIntersectionsWithLine(CHU_DPoint(0, 2), CHU_DPoint(4, 2), &params);
-  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{2, 2}}, std::vector{1.0}));  // touches the apex only
-  const CHU_DPolyLine straight = Chain({{0, 0}, {4, 0}, {8, 0}});
-  hits = straight.GetIntersectionsWithLine(CHU_DPoint(6, 0), CHU_DPoint(2, 0), &params);
-  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{2, 0}, {4, 0}, {6, 0}}, std::vector{0.5, 1.0, 1.5}));
-  EXPECT_TRUE(straight.GetIntersectionsWithLine(CHU_DPoint(0, 1), CHU_DPoint(8, 1)).empty());
-}
-
-TEST(PolyLineIntersections, PolygonsIncludeTheirClosingEdgeAndMeetTheirFirstVertexOnce) {
+TEST(PolyLineIntersections, HitsComeOnceEachInChainOrderWithSegmentPlusFractionParameters) {
   const CHU_DPolygon square = Ring({{0, 0}, {2, 0}, {2, 2}, {0, 2}});
-  CHU_CopyableArray<double> params;
-  auto hits = square.GetIntersectionsWithLine(CHU_DPoint(-1, 1), CHU_DPoint(3, 1), &params);
-  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{2, 1}, {0, 1}}, std::vector{1.5, 3.5}));
-  hits = square.GetIntersectionsWithLine(CHU_DPoint(-1, -1), CHU_DPoint(3, 3), &params);
-  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{0, 0}, {2, 2}}, std::vector{0.0, 2.0}));
-  // A chain against a ring meets the ring's closing edge too.
-  hits = Chain({{-1, 1}, {3, 1}}).GetIntersectionsWithPoly(square, &params);
-  EXPECT_EQ(Hits(hits, params), std::pair(XYs{{0, 1}, {2, 1}}, std::vector{0.25, 0.75}));
-  EXPECT_EQ(Chain({{-1, 1}, {3, 1}}).GetIntersectionsWithPoly(Chain({{0, 0}, {2, 0}, {2, 2}, {0, 2}})).size(), 1u);  // open
+  const CHU_DPolyLine straight = Chain({{0, 0}, {4, 0}, {8, 0}}), across = Chain({{-1, 1}, {3, 1}});
+  EXPECT_EQ(LineHits(Chain({{0, 0}, {2, 2}, {4, 0}, {6, 2}}), {6, 1}, {0, 1}), Hits({{1, 1}, {3, 1}, {5, 1}}, {0.5, 1.5, 2.5}));
+  EXPECT_EQ(LineHits(Chain({{0, 0}, {2, 2}, {4, 0}}), {0, 2}, {4, 2}), Hits({{2, 2}}, {1.0}));  // the apex, once
+  EXPECT_EQ(LineHits(straight, {6, 0}, {2, 0}), Hits({{2, 0}, {4, 0}, {6, 0}}, {0.5, 1.0, 1.5}));  // overlap ends, vertex
+  EXPECT_EQ(LineHits(straight, {0, 1}, {8, 1}), Hits());
+  EXPECT_EQ(LineHits(square, {-1, 1}, {3, 1}), Hits({{2, 1}, {0, 1}}, {1.5, 3.5}));  // on the closing edge
+  EXPECT_EQ(LineHits(square, {-1, -1}, {3, 3}), Hits({{0, 0}, {2, 2}}, {0.0, 2.0}));  // the first vertex, once
+  EXPECT_EQ(PolyHits(across, square), Hits({{0, 1}, {2, 1}}, {0.25, 0.75}));
+  EXPECT_EQ(PolyHits(across, Chain({{0, 0}, {2, 0}, {2, 2}, {0, 2}})), Hits({{2, 1}}, {0.75}));  // open: no closing edge
 }
 
 TEST(PolyLineIntersections, DegenerateChainsNeverFailHard) {
-  const double nan = std::nan("");
-  EXPECT_EQ(Chain({{1, 1}, {1, 1}, {1, 1}}).GetIntersectionsWithLine(CHU_DPoint(0, 0), CHU_DPoint(2, 2)).size(), 1u);
-  EXPECT_TRUE(CHU_DPolyLine().GetIntersectionsWithPoly(UnitSquare()).empty());
-  EXPECT_TRUE(Chain({{0.5, 0}}).GetIntersectionsWithPoly(UnitSquare()).empty());  // no segment
-  EXPECT_TRUE(Chain({{0, 0}, {nan, 1}, {2, 0}}).GetIntersectionsWithLine(CHU_DPoint(0, 5), CHU_DPoint(2, 5)).empty());
+  EXPECT_EQ(LineHits(Chain({{1, 1}, {1, 1}, {1, 1}}), {0, 0}, {2, 2}).first, (XYs{{1, 1}}));
+  EXPECT_EQ(PolyHits(CHU_DPolyLine(), UnitSquare()), Hits());
+  EXPECT_EQ(PolyHits(Chain({{0.5, 0}}), UnitSquare()), Hits());  // no segment
+  EXPECT_EQ(LineHits(Chain({{0, 0}, {std::nan(""), 1}, {2, 0}}), {0, 5}, {2, 5}), Hits());
 }
 
 // Every reported point lies on both shapes, and its parameter names its place on
@@ -88,8 +81,7 @@ TEST(PolyLineIntersections, RandomChainsReportPointsOnBothShapesInOrder) {
       ASSERT_TRUE(k == 0 || params[k] > params[k - 1]);
       const int segment = static_cast<int>(std::min(params[k], mine.GetCount() - 1.5));
       const double t = params[k] - segment;
-      const CHU_DPoint& s = *mine.GetAt(segment);
-      const CHU_DPoint& e = *mine.GetAt(segment + 1);
+      const CHU_DPoint &s = *mine.GetAt(segment), &e = *mine.GetAt(segment + 1);
       ASSERT_NEAR(std::hypot(hits[k].x - s.x - t * (e.x - s.x), hits[k].y - s.y - t * (e.y - s.y)), 0.0, 1e-8);
       ASSERT_TRUE(other.PtOnPoly(hits[k], 1e-8, nullptr, nullptr));
     }
@@ -116,23 +108,16 @@ TEST(PolylineRelations, ClassifyChainsAgainstAConcaveRing) {
 
 TEST(PolylineRelations, ToleranceIsAnInclusiveDistanceToTheBoundary) {
   const CHU_DPolyLine hugging = Chain({{-0.1, 0.5}, {-0.1, 2.5}});  // 0.1 outside the left side
-  EXPECT_TRUE(hugging.IsPartiallyOutsidePolygon(U(), 0.05));
-  EXPECT_FALSE(hugging.IsPartiallyOutsidePolygon(U(), 0.125));
-  EXPECT_TRUE(hugging.IsCompletelyOutsidePolygon(U(), 0.05));
-  EXPECT_FALSE(hugging.IsCompletelyOutsidePolygon(U(), 0.125));
+  EXPECT_EQ((std::array{hugging.IsPartiallyOutsidePolygon(U(), 0.05), hugging.IsPartiallyOutsidePolygon(U(), 0.125),
+                        hugging.IsCompletelyOutsidePolygon(U(), 0.05), hugging.IsCompletelyOutsidePolygon(U(), 0.125)}),
+            (std::array{true, false, true, false}));
 }
 
-TEST(PolylineRelations, ARingThatEnclosesThePolygonOverlapsItButTheOpenChainDoesNot) {
-  const CHU_DPolygon around = Ring({{-1, -1}, {4, -1}, {4, 4}, {-1, 4}});
-  const CHU_DPolyLine open = Chain({{-1, -1}, {4, -1}, {4, 4}, {-1, 4}});
-  EXPECT_EQ(Relations(around, U()), (std::array{false, true, true, false}));
-  EXPECT_EQ(Relations(open, U()), (std::array{false, false, true, true}));
-}
-
-TEST(PolylineRelations, EmptyShapesAreNeitherInsideNorOutside) {
-  const CHU_DPolyLine line = Chain({{0.5, 0.5}, {0.6, 0.6}});
+TEST(PolylineRelations, ARingThatEnclosesThePolygonOverlapsItButTheOpenChainDoesNotAndEmptyShapesAreNeither) {
+  EXPECT_EQ(Relations(Ring({{-1, -1}, {4, -1}, {4, 4}, {-1, 4}}), U()), (std::array{false, true, true, false}));
+  EXPECT_EQ(Relations(Chain({{-1, -1}, {4, -1}, {4, 4}, {-1, 4}}), U()), (std::array{false, false, true, true}));
   EXPECT_EQ(Relations(CHU_DPolyLine(), U()), (std::array{false, false, false, false}));
-  EXPECT_EQ(Relations(line, CHU_DPolygon()), (std::array{false, false, true, true}));
+  EXPECT_EQ(Relations(Chain({{0.5, 0.5}, {0.6, 0.6}}), CHU_DPolygon()), (std::array{false, false, true, true}));
 }
 
 TEST(PolylineRelations, RectOnPolyFindsAnyPartOfTheChainInTheRectangle) {

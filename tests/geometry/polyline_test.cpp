@@ -29,7 +29,7 @@ Walk Walked(Call call) {
 TEST(PolyLine, EmptyAndSingleVertexChainsFindNothing) {
   for (const CHU_DPolyLine& chain : {CHU_DPolyLine(), Chain({{2, 3}})}) {
     CHU_DPoint out(9, 9);
-    double rest = 0.0;
+    double rest;
     EXPECT_EQ(std::tuple(chain.GetLength(), chain.GetAtPercent(0.5, &out), chain.GetCenter(&out),
                          chain.PtOnPoly(CHU_DPoint(2, 3), 1.0, &out, &out),
                          chain.GetConnectedVertices(0.0, &out, &out, rest), At(out)),
@@ -44,6 +44,9 @@ TEST(PolyLine, EmptyAndSingleVertexChainsFindNothing) {
 TEST(PolyLine, StorageOwnsStableCopiesAndAddPtWithTwoPointsInsertsAfterAMatch) {
   CHU_DPolyLine chain = Elbow();
   const CHU_DPoint* middle = chain.GetAt(1);
+  const CHU_Colour& c = *middle->GetColour();  // AddPt from coordinates gives white
+  EXPECT_EQ((std::array{c.red, c.green, c.blue, c.alpha, int(c.packed), int{middle->GetSymbol()}}),
+            (std::array{255, 255, 255, 255, 0xFFFFFF, -1}));
   chain.AddPt(CHU_DPoint(9, 9), CHU_DPoint(3, 0, 0), CHU_DPoint());
   chain.AddPt(CHU_DPoint(7, 7), CHU_DPoint(3, 0, 1), CHU_DPoint());  // z differs: no match
   EXPECT_EQ(Coords(chain), (XYs{{0, 0}, {3, 0}, {9, 9}, {3, 4}}));
@@ -57,14 +60,6 @@ TEST(PolyLine, StorageOwnsStableCopiesAndAddPtWithTwoPointsInsertsAfterAMatch) {
   chain.SetAt(0, CHU_DPoint(-1, -1));
   chain.SetSize(2);
   EXPECT_EQ(std::pair(Coords(chain), Coords(copy)), std::pair(XYs{{-1, -1}, {3, 0}}, XYs{{3, 4}, {9, 9}, {3, 0}, {0, 0}}));
-}
-
-TEST(PolyLine, AddPtFromCoordinatesGivesWhiteAttributes) {
-  const CHU_DPolyLine chain = Chain({{1, 2}});
-  const CHU_DPoint& p = *chain.GetAt(0);
-  const CHU_Colour& c = *p.GetColour();
-  EXPECT_EQ((std::array{c.red, c.green, c.blue, c.alpha, int(c.packed), int{p.GetSymbol()}}),
-            (std::array{255, 255, 255, 255, 0xFFFFFF, -1}));
 }
 
 TEST(PolyLine, GetAtPercentClampsAndReturnsTheSegmentStartEvenOnAnExactVertexHit) {

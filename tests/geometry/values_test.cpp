@@ -12,6 +12,10 @@ namespace {
 
 using Box = std::array<double, 4>;  // left, top, right, bottom
 Box Ltrb(const CHU_DRect& r) { return {r.Left(), r.Top(), r.Right(), r.Bottom()}; }
+std::pair<bool, Box> Intersected(CHU_DRect r, const CHU_DRect& other) {
+  const bool met = r.IntersectRect(other);
+  return {met, Ltrb(r)};
+}
 std::pair<double, double> SlopeAndY0(const CHU_DLine& line) { return {line.Slope(), line.Y0()}; }
 
 }  // namespace
@@ -40,9 +44,9 @@ TEST(Point, SetColorSplitsThePackedValueAndDropsTheHighByte) {
   CHU_DPoint p;
   p.GetColour()->alpha = 3;
   p.SetColor(0xFF123456u);
-  EXPECT_EQ(p.GetColorR() | p.GetColorG() << 8 | p.GetColorB() << 16, 0x123456);
-  EXPECT_EQ(p.GetColour()->alpha, 255);
-  EXPECT_EQ(p.GetColour()->packed, 0x00123456u);
+  EXPECT_EQ((std::array<unsigned, 5>{p.GetColorR(), p.GetColorG(), p.GetColorB(), unsigned(p.GetColour()->alpha),
+                                     p.GetColour()->packed}),
+            (std::array<unsigned, 5>{0x56, 0x34, 0x12, 255, 0x123456}));
 }
 
 TEST(Point, EqualityTestsAreInclusiveAndTwoDIgnoresZ) {
@@ -83,12 +87,9 @@ TEST(Rect, InflateGrowsOutwardAndUnionDoesNotSkipTheDefault) {
 }
 
 TEST(Rect, TouchingRectanglesIntersectAndAreNotSeparated) {
-  CHU_DRect a(0, 10, 10, 0);
-  EXPECT_TRUE(a.IntersectRect(CHU_DRect(10, 20, 20, 10)));
-  EXPECT_EQ(Ltrb(a), (Box{10, 10, 10, 10}));
-  CHU_DRect b(0, 10, 10, 0);
-  EXPECT_FALSE(b.IntersectRect(CHU_DRect(11, 20, 20, 11)));
-  EXPECT_EQ(Ltrb(b), (Box{0, 10, 10, 0}));  // unchanged
+  const CHU_DRect b(0, 10, 10, 0);
+  EXPECT_EQ(Intersected(b, {10, 20, 20, 10}), std::pair(true, Box{10, 10, 10, 10}));
+  EXPECT_EQ(Intersected(b, {11, 20, 20, 11}), std::pair(false, Box{0, 10, 10, 0}));  // unchanged
   const std::pair<CHU_DRect, int> separations[] = {
       {{20, 5, 30, 0}, 1}, {{-30, 5, -20, 0}, 2}, {{0, -5, 10, -8}, 4}, {{20, 30, 30, 20}, 9}, {{10, 20, 20, 10}, 0}};
   for (const auto& [r, code] : separations) EXPECT_EQ(r.InsideRect(b), code) << r.Left() << "," << r.Top();
