@@ -2,7 +2,7 @@
 # Grid benchmark: hyutil against GDAL and a numpy/rasterio reference on a synthetic
 # terrain grid. Not a test; it prints each figure and its ratio to the peer.
 #
-#   bench/grid_bench.sh [--size 4000|8000] [--work DIR]
+#   bench/grid_bench.sh [--size 4000|8000] [--work DIR] [--convert-only]
 #
 # 1. conversion .asc -> binary grid vs gdal_translate to a deflate GeoTIFF (level 9,
 #    one row per strip), with peak memory;
@@ -17,11 +17,13 @@ cd "$(dirname "$0")/.."
 
 size=4000
 work=build/bench/grid
+convert_only=0
 while [ $# -gt 0 ]; do
   case $1 in
     --size) size=$2; shift 2 ;;
     --work) work=$2; shift 2 ;;
-    *) echo "usage: $0 [--size 4000|8000] [--work DIR]" >&2; exit 2 ;;
+    --convert-only) convert_only=1; shift ;;
+    *) echo "usage: $0 [--size 4000|8000] [--work DIR] [--convert-only]" >&2; exit 2 ;;
   esac
 done
 
@@ -49,25 +51,28 @@ if [ ! -s "$work/terrain.asc" ] || [ "$(head -n 1 "$work/terrain.asc" | awk '{pr
   "$python" bench/grid_bench_data.py make "$size" "$work"
 fi
 
-# measure NAME COMMAND...: runs once, keeps wall seconds and peak memory (MiB).
-declare -A seconds peak
+# measure NAME COMMAND...: runs once, keeps wall seconds, CPU seconds (user +
+# system, which a busy machine disturbs less) and peak memory (MiB).
+declare -A seconds cpu peak
 measure() {
   local name=$1; shift
-  /usr/bin/time -f '%e %M' -o "$work/time.txt" "$@"
-  read -r s kb <"$work/time.txt"
+  /usr/bin/time -f '%e %U %S %M' -o "$work/time.txt" "$@"
+  read -r s user sys kb <"$work/time.txt"
   seconds[$name]=$s
+  cpu[$name]=$(awk -v u="$user" -v s="$sys" 'BEGIN{printf "%.2f", u + s}')
   peak[$name]=$(awk -v k="$kb" 'BEGIN{printf "%.0f", k/1024}')
 }
 
 # row LABEL NAME PEER: one line of figures, with the ratio to the peer's time.
 row() {
-  awk -v l="$1" -v s="${seconds[$2]}" -v m="${peak[$2]}" -v p="${seconds[$3]:-}" -v self="$2" -v peer="$3" 'BEGIN{
+  awk -v l="$1" -v s="${seconds[$2]}" -v c="${cpu[$2]:-0}" -v m="${peak[$2]}" -v p="${seconds[$3]:-}" \
+    -v self="$2" -v peer="$3" 'BEGIN{
     ratio = (self == peer || p == "") ? "" : sprintf("%5.2fx the peer", p / s)
-    printf "  %-44s %8.2f s  %6d MiB  %s\n", l, s, m, ratio }'
+    printf "  %-44s %8.2f s  (cpu %6.2f s)  %6d MiB  %s\n", l, s, c, m, ratio }'
 }
 
 cores=$(nproc)
-echo "== grid ${size} x ${size}, $(du -h "$work/terrain.asc" | cut -f1) of text; machine with ${cores} cores"
+echo "== grid ${size} x ${size}, $(du -h "$work/terrain.asc" | cut -f1) of text; machine with ${cores} cores, load $(cut -d' ' -f1-3 /proc/loadavg)"
 
 echo "== 1. conversion .asc -> compressed grid"
 rm -f "$work/terrain.tif"
@@ -85,6 +90,8 @@ row "hyutil 2 threads, libdeflate, from .flt" f2 gdal
 cmp -s "$work/z1.hybg" "$work/z2.hybg" && echo "  (1- and 2-thread zlib files are identical)"
 echo "  sizes: GeoTIFF $(du -h "$work/terrain.tif" | cut -f1), zlib $(du -h "$work/z1.hybg" | cut -f1), libdeflate $(du -h "$work/terrain.hybg" | cut -f1)"
 
+[ "$convert_only" -eq 1 ] && exit 0
+
 echo "== 2. 100,000 points, nearest node"
 measure gpts sh -c "gdallocationinfo -valonly -geoloc '$work/terrain.tif' <'$work/points.txt' >'$work/gdal_points.txt'"
 measure bpts sh -c "'$hyutil' grid sample '$work/terrain.hybg' --points '$work/points.txt' >'$work/ours_points.csv'"
@@ -97,7 +104,7 @@ echo "== 3. 1,000 polygons, mean level"
 measure bavg sh -c "'$hyutil' grid average '$work/terrain.hybg' --polygons '$work/polygons.wkt' >'$work/ours_avg.csv'"
 measure oavg sh -c "'$hyutil' grid average --one-by-one '$work/terrain.hybg' --polygons '$work/polygons.wkt' >/dev/null"
 read -r refs close total < <("$python" bench/grid_bench_data.py average "$work" "$work/ours_avg.csv")
-seconds[ref]=$refs; peak[ref]=0
+seconds[ref]=$refs; cpu[ref]=$refs; peak[ref]=0
 row "numpy + rasterio geometry_mask (in memory)" ref ref
 row "hyutil grid average (batch)" bavg ref
 row "hyutil grid average --one-by-one" oavg ref
