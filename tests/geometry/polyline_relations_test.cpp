@@ -89,21 +89,17 @@ TEST(PolyLineIntersections, RandomChainsReportPointsOnBothShapesInOrder) {
 }
 
 TEST(PolylineRelations, ClassifyChainsAgainstAConcaveRing) {
-  const std::pair<const char*, CHU_DPolyLine> chains[] = {
-      {"within one arm", Chain({{0.2, 0.5}, {0.5, 2.5}, {0.8, 2}})},
-      {"a single vertex inside", Chain({{2.5, 2}})},
-      {"bridging the gap between the arms", Chain({{0.5, 2}, {2.5, 2}})},
-      {"crossing the outer side", Chain({{0.5, 0.5}, {-2, 0.5}})},
-      {"crossing both arms, all vertices outside", Chain({{-1, 2}, {4, 2}})},
-      {"far away", Chain({{5, 5}, {6, 7}})},
-      {"in the gap, clear of the arms", Chain({{1.5, 2}, {1.5, 2.8}})},
-      {"around the ring without touching it", Chain({{-1, -1}, {4, -1}, {4, 4}, {-1, 4}, {-1, -1}})},
+  const std::tuple<const char*, CHU_DPolyLine, std::array<bool, 4>> cases[] = {
+      {"within one arm", Chain({{0.2, 0.5}, {0.5, 2.5}, {0.8, 2}}), {true, true, false, false}},
+      {"a single vertex inside", Chain({{2.5, 2}}), {true, true, false, false}},
+      {"bridging the gap between the arms", Chain({{0.5, 2}, {2.5, 2}}), {false, true, true, false}},
+      {"crossing the outer side", Chain({{0.5, 0.5}, {-2, 0.5}}), {false, true, true, false}},
+      {"crossing both arms, all vertices outside", Chain({{-1, 2}, {4, 2}}), {false, true, true, false}},
+      {"far away", Chain({{5, 5}, {6, 7}}), {false, false, true, true}},
+      {"in the gap, clear of the arms", Chain({{1.5, 2}, {1.5, 2.8}}), {false, false, true, true}},
+      {"around without touching", Chain({{-1, -1}, {4, -1}, {4, 4}, {-1, 4}, {-1, -1}}), {false, false, true, true}},
   };
-  const std::array<bool, 4> expected[] = {{true, true, false, false},  {true, true, false, false},
-                                          {false, true, true, false},  {false, true, true, false},
-                                          {false, true, true, false},  {false, false, true, true},
-                                          {false, false, true, true},  {false, false, true, true}};
-  for (int i = 0; i < 8; ++i) EXPECT_EQ(Relations(chains[i].second, U()), expected[i]) << chains[i].first;
+  for (const auto& [name, chain, expected] : cases) EXPECT_EQ(Relations(chain, U()), expected) << name;
 }
 
 TEST(PolylineRelations, ToleranceIsAnInclusiveDistanceToTheBoundary) {

@@ -32,13 +32,12 @@ bool SegmentsMeet(const CHU_DPoint& a1, const CHU_DPoint& a2, const CHU_DPoint& 
 
 TEST(InterpolatePtTri, AxisDirectionsAreExactAndACoincidentTargetMovesDown) {
   const CHU_DPoint origin(0, 0), diagonal(3, 4), below(0, -2), same(1, 1);
-  CHU_DPoint out(0, 0, 7);
-  HU_Math::InterpolatePtTri(5, &origin, &diagonal, &out);
-  EXPECT_EQ(out.z, 7.0);  // the general case leaves z alone
-  HU_Math::InterpolatePtTri(5, &origin, &below, &out);
-  EXPECT_EQ((std::tuple{out.x, out.y, out.z}), (std::tuple{0.0, -5.0, -99999.0}));
-  HU_Math::InterpolatePtTri(5, &same, &same, &out);
-  EXPECT_EQ(At(out), XY(1, -4));
+  CHU_DPoint general(0, 0, 7), axis, coincident;
+  HU_Math::InterpolatePtTri(5, &origin, &diagonal, &general);
+  HU_Math::InterpolatePtTri(5, &origin, &below, &axis);
+  HU_Math::InterpolatePtTri(5, &same, &same, &coincident);
+  EXPECT_EQ(std::tuple(general.z, axis.x, axis.y, axis.z, At(coincident)), std::tuple(7.0, 0.0, -5.0, -99999.0, XY(1, -4)))
+      << "the general case leaves z alone";
 }
 
 TEST(SegmentHelpers, InterpolationAndFractionRoundTripOnRandomSegments) {
@@ -57,7 +56,6 @@ TEST(SegmentHelpers, InterpolationAndFractionRoundTripOnRandomSegments) {
 }
 
 TEST(GetIntersectionOfLines, GivesTheCrossingTheSharedStretchOrWithExtendTheUnion) {
-  const double nan = std::nan("");
   const XY none(9, 9);  // outputs are left alone when nothing is found
   const struct {
     CHU_DPoint a1, a2, b1, b2;
@@ -74,7 +72,7 @@ TEST(GetIntersectionOfLines, GivesTheCrossingTheSharedStretchOrWithExtendTheUnio
       {{0, 0}, {2, 0}, {1, 1}, {1, 1}, true, false, none, none},
       {{3, 3}, {3, 3}, {3, 3}, {3, 3}, false, true, {3, 3}, {3, 3}},
       {{3, 3}, {3, 3}, {3, 4}, {3, 4}, false, false, none, none},
-      {{nan, 0}, {1, 1}, {0, 1}, {1, 0}, false, false, none, none},
+      {{std::nan(""), 0}, {1, 1}, {0, 1}, {1, 0}, false, false, none, none},
   };
   for (const auto& c : cases) {
     CHU_DPoint o1(9, 9), o2(9, 9);

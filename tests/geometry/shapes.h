@@ -1,8 +1,6 @@
 #pragma once
-// Small builders shared by the geometry tests: chains and rings from coordinate
-// lists, and points and rings read back as plain coordinates for comparison.
-// The standard headers the tests compare with (arrays, pairs, tuples) and the
-// maths they use come along.
+// Builders shared by the geometry tests: chains and rings from coordinate lists,
+// points and rings read back as coordinates, and the headers the tests compare with.
 
 #include <array>
 #include <cmath>
