@@ -35,7 +35,9 @@ enum HYBG_ResultCode {
   HYBG_PARTIAL = 3,   // average computed, but the polygon meets null data or reaches the grid's edge
 };
 
-enum HYBG_ValueInterpolationMethod {
+// Fixed to int so that any method value a caller passes is well defined; values
+// other than these two give HYBG_NO_DATA.
+enum HYBG_ValueInterpolationMethod : int {
   HYBG_NEAREST = 0,   // value of the nearest node
   HYBG_BILINEAR = 1,  // bilinear among the four surrounding nodes, with fall-backs for null nodes
 };
