@@ -1,6 +1,7 @@
 #include "hy_util/grids/grid_converter.h"
 
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 #include <algorithm>
 #include <cctype>
@@ -114,6 +115,26 @@ TEST(GridConverterTest, WrappedRowsAndFloatGridsGiveTheSameFile) {
   std::string raw(g.values.size() * 4, '\0');
   std::memcpy(raw.data(), g.values.data(), raw.size());
   EXPECT_EQ(Convert(dir.Write("f.flt", raw), dir.File("f.hybg"), {.threads = 3}), reference);
+}
+
+TEST(GridConverterTest, AReusedZlibCompressorWritesWhatCompress2Writes) {
+  // Rows of varied length and content through one compressor, each compared with a
+  // fresh compress2 at level 9: empty, short, smooth, and random bytes that do
+  // not compress at all.
+  std::mt19937 random(21);
+  CHU_GridRowCompressor compressor(HU_GridCodec::Zlib);
+  for (std::size_t size : {0u, 3u, 40000u, 7u, 65536u, 16000u}) {
+    std::vector<std::uint8_t> row(size);
+    const bool smooth = size % 2 == 0;
+    for (std::size_t i = 0; i < size; ++i) row[i] = static_cast<std::uint8_t>(smooth ? i / 100 : random());
+    uLongf length = compressBound(static_cast<uLong>(size));
+    std::vector<std::uint8_t> expected(length);
+    ASSERT_EQ(compress2(expected.data(), &length, row.data(), static_cast<uLong>(size), 9), Z_OK);
+    expected.resize(length);
+    std::vector<std::uint8_t> packed;
+    ASSERT_TRUE(compressor.Compress(row.data(), size, packed));
+    EXPECT_EQ(packed, expected) << size << " bytes";
+  }
 }
 
 TEST(GridConverterTest, PlainDecimalsReadAsFromCharsReadsThem) {
