@@ -44,12 +44,12 @@ TEST(Polygon, PtInPolyPutsTheRightAndTopEdgesInsideAndTheLeftAndBottomOutside) {
   }
 }
 
-TEST(Polygon, PtInPolyCountsARayThroughAVertexOnce) {
+TEST(Polygon, PtInPolyCountsARayThroughAVertexOnceAndAPointOnAnEdgeAsCrossingIt) {
   const CHU_DPolygon diamond = Ring({{0, -1}, {1, 0}, {0, 1}, {-1, 0}});
   const CHU_DPolygon notch = Ring({{0, 0}, {4, 0}, {4, 2}, {2, 1}, {0, 2}});  // reflex vertex (2, 1)
-  EXPECT_EQ((std::array{diamond.PtInPoly({0, 0}), diamond.PtInPoly({-2, 0}), notch.PtInPoly({1, 1}),
+  EXPECT_EQ((std::array{diamond.PtInPoly({0, 0}), diamond.PtInPoly({0.5, 0.5}), notch.PtInPoly({1, 1}),
                         notch.PtInPoly({3, 1}), notch.PtInPoly({-1, 1}), CHU_DPolygon().PtInPoly({0, 0})}),
-            (std::array{true, false, true, true, false, false}));
+            (std::array{true, true, true, true, false, false}));  // (0.5, 0.5) lies on a sloped edge
 }
 
 TEST(Polygon, PtOnPolyReportsTheFirstEdgeWithinTheToleranceClosingEdgeIncluded) {

@@ -163,6 +163,7 @@ TEST(Line, LineSegmentIntersectGivesItsCodeAndWritesOnlyACrossing) {
   } cases[] = {
       {{0, 0}, {1, 0}, {1, 0}, {1, 1}, 0},            // touching at an end
       {{0, 0}, {2, 0}, {1, 0}, {3, 0}, 2},            // collinear overlap
+      {{0, 0}, {1, 0}, {0, 1}, {0, 1}, 2},            // one zero numerator is enough
       {{0, 0}, {2, 0}, {0, 1}, {2, 1}, 3},            // parallel apart
       {{0, 0}, {1, 0}, {0, -0.0004}, {1, 0.0004}, 3}  // crossing, but |denominator| <= 0.001
   };
