@@ -103,29 +103,29 @@ class CHU_DPolygon : public CHU_DPolyLine {
   // horizontal, and p lies on or left of it. So of an axis-aligned rectangle the
   // right and top edges are inside, the left and bottom edges outside. No
   // tolerance (use PtOnPoly for the boundary); false for an empty polygon.
-  bool PtInPoly(const CHU_DPoint& p) const;
+  virtual bool PtInPoly(const CHU_DPoint& p) const;
   // PtOnPoly of the chain with the closing edge included; a one-vertex polygon
   // tests the distance to that vertex.
   bool PtOnPoly(const CHU_DPoint& p, double tol, CHU_DPoint* segStart,
                 CHU_DPoint* segEnd) const override;
   // True when every vertex of other passes PtInPoly (edges are not tested); true
   // when other is empty.
-  bool PolyInPoly(const CHU_DPolygon& other) const;
+  virtual bool PolyInPoly(const CHU_DPolygon& other) const;
   // Clips segment a-b to the ring. The end points that pass PtInPoly are held
   // first (a before b); then the points where a-b meets the edges, in edge order
   // with the closing edge last, until two are held (a point already held is not
   // taken again; a collinear overlap gives both of its ends). The first point
   // held goes to outA, the second to outB, by point assignment; an output with
   // no point is left untouched. Null outputs are skipped. Always true.
-  bool ClipLineToPoly(const CHU_DPoint& a, const CHU_DPoint& b, CHU_DPoint* outA,
-                      CHU_DPoint* outB) const;
+  virtual bool ClipLineToPoly(const CHU_DPoint& a, const CHU_DPoint& b, CHU_DPoint* outA,
+                              CHU_DPoint* outB) const;
   // Intersection of this ring with clip (Boost.Geometry overlay). Each piece is
   // appended to pieces as a new anticlockwise polygon, first vertex not doubled,
   // z unset, carrying this polygon's data value and item data. Returns the number
   // of pieces (0 when the rings do not overlap or one has no area), or -1 when
   // pieces or clip is null, a ring holds a non-finite coordinate or crosses or
   // touches itself (a spike included); pieces is then unchanged.
-  int ClipToPolygon(CHU_DPolygonArray* pieces, const CHU_DPolygon* clip) const;
+  virtual int ClipToPolygon(CHU_DPolygonArray* pieces, const CHU_DPolygon* clip) const;
 
   // The chain's intersection searches with this ring's closing edge included.
   CHU_CopyableArray<CHU_DPoint> GetIntersectionsWithLine(
