@@ -24,5 +24,9 @@ install(FILES
   cmake/hy_util_deps.cmake
   DESTINATION ${HY_INSTALL_CMAKEDIR})
 
+# The .pc file finds its prefix relative to itself, so it stays right whatever
+# prefix `cmake --install --prefix` is given.
+file(RELATIVE_PATH HY_PC_TO_PREFIX "/p/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/p")
+string(REGEX REPLACE "/$" "" HY_PC_TO_PREFIX "${HY_PC_TO_PREFIX}")
 configure_file(cmake/hy_util.pc.in ${PROJECT_BINARY_DIR}/hy_util.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/hy_util.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
