@@ -4,8 +4,7 @@
 // at most 1.0) and the rectangle's time / (n log2 n), which stays flat for
 // n log n growth.
 
-// Boost.Geometry 1.74 pulls in deprecated Boost headers and trips GCC's flow
-// analysis inside them.
+// Boost.Geometry 1.74 trips GCC's flow analysis inside its own headers.
 #if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif

@@ -2,8 +2,7 @@
 // oracles: Boost.Geometry on random simple (star-shaped) rings, and a brute-force
 // search for the minimum-area rectangle.
 
-// Boost.Geometry 1.74 pulls in deprecated Boost headers and trips GCC's flow
-// analysis inside them.
+// Boost.Geometry 1.74 trips GCC's flow analysis inside its own headers.
 #if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif
