@@ -12,13 +12,10 @@
 #include <string>
 
 #include "hy_util/grids/esri_grid_binary.h"
-#include "hy_util/grids/grid_converter.h"
 
-#include "fuzz_support.h"
+#include "fuzz_esri_convert.h"
 
 namespace {
-
-constexpr std::uint64_t kMaxRowOffset = 1 << 16;
 
 void ReadGrid(const std::string& path) {
   CHU_File_EsriGridBinary grid(path.c_str());
@@ -29,15 +26,6 @@ void ReadGrid(const std::string& path) {
   int blocks = 0;
   grid.CheckData(&blocks);
   grid.ReadData(points, nullptr);
-}
-
-void Convert(const std::string& path) {
-  const std::string& dir = hyfuzz::ScratchDirectory();
-  CHU_File_EsriGridBinary grid(path.c_str());
-  grid.SetMaxRowOffset(kMaxRowOffset);
-  grid.ConvertToHYBinaryGridFile(dir + "/classic.hybg");
-  CHU_GridConverter converter({.threads = 2, .maxRowOffset = kMaxRowOffset});
-  converter.Convert(path, dir + "/fast.hybg");
 }
 
 }  // namespace
@@ -52,6 +40,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   ReadGrid(dir + "/grid.flt");
-  Convert(dir + "/grid.flt");
+  hyfuzz::ConvertBothWays<CHU_File_EsriGridBinary>(dir + "/grid.flt");
   return 0;
 }

@@ -6,9 +6,29 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
+#include <functional>
+#include <string>
+
 namespace hyutil {
 
 enum ExitCode { kExitOk = 0, kExitInputError = 1, kExitUsage = 2 };
+
+// An input problem: the message names the file and says what is wrong.
+struct InputError {
+  std::string message;
+};
+
+// Runs a command; an InputError it throws is printed on standard error and ends
+// the command with kExitInputError.
+inline int RunReportingInputErrors(const std::function<int()>& command) {
+  try {
+    return command();
+  } catch (const InputError& e) {
+    std::fprintf(stderr, "hyutil: %s\n", e.message.c_str());
+    return kExitInputError;
+  }
+}
 
 void AddLangCommands(CLI::App& app, int& exitCode);
 

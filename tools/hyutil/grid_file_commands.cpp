@@ -25,11 +25,6 @@
 namespace hyutil {
 namespace {
 
-// An input problem: the message names the file and says what is wrong.
-struct InputError {
-  std::string message;
-};
-
 // What info reports, whatever the kind of file.
 struct GridInfo {
   std::string path;
@@ -220,14 +215,9 @@ int RunConvert(const ConvertOptions& o) {
 }
 
 int RunInfo(const std::string& path, bool json) {
-  try {
-    const GridInfo info = ReadInfo(path);
-    json ? PrintInfoJson(info) : PrintInfoText(info);
-    return kExitOk;
-  } catch (const InputError& e) {
-    std::fprintf(stderr, "hyutil: %s\n", e.message.c_str());
-    return kExitInputError;
-  }
+  const GridInfo info = ReadInfo(path);
+  json ? PrintInfoJson(info) : PrintInfoText(info);
+  return kExitOk;
 }
 
 }  // namespace
@@ -237,7 +227,9 @@ void AddGridFileCommands(CLI::App& grid, int& exitCode) {
   CLI::App* i = grid.add_subcommand("info", "Header of an ESRI ASCII, ESRI float or binary grid file");
   i->add_option("FILE", info->first, "Grid file (.asc, .flt, or binary grid)")->required();
   i->add_flag("--json", info->second, "JSON instead of text");
-  i->callback([info, &exitCode] { exitCode = RunInfo(info->first, info->second); });
+  i->callback([info, &exitCode] {
+    exitCode = RunReportingInputErrors([&] { return RunInfo(info->first, info->second); });
+  });
 
   auto convert = std::make_shared<ConvertOptions>();
   CLI::App* c = grid.add_subcommand("convert", "Convert an ESRI ASCII or float grid into a binary grid file");

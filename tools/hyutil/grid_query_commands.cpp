@@ -28,11 +28,6 @@
 namespace hyutil {
 namespace {
 
-// An input problem: the message names the file and says what is wrong.
-struct InputError {
-  std::string message;
-};
-
 std::string Trim(const std::string& text) {
   const auto first = text.find_first_not_of(" \t\r\n");
   if (first == std::string::npos) return {};
@@ -286,15 +281,6 @@ int RunAverage(const std::string& grid, const std::string& polygonsFile, bool on
   return kExitOk;
 }
 
-int Guarded(int (*run)(const void*), const void* options) {
-  try {
-    return run(options);
-  } catch (const InputError& e) {
-    std::fprintf(stderr, "hyutil: %s\n", e.message.c_str());
-    return kExitInputError;
-  }
-}
-
 }  // namespace
 
 void AddGridQueryCommands(CLI::App& grid, int& exitCode) {
@@ -308,7 +294,7 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode) {
   s->add_option("--points", sample->pointsFile, "File of points, one 'x y' or 'x,y' per line; - for standard input");
   s->add_flag("--json", sample->json, "JSON instead of CSV");
   s->callback([sample, &exitCode] {
-    exitCode = Guarded([](const void* o) { return RunSample(*static_cast<const SampleOptions*>(o)); }, sample.get());
+    exitCode = RunReportingInputErrors([&] { return RunSample(*sample); });
   });
 
   struct AverageOptions {
@@ -322,12 +308,8 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode) {
   a->add_flag("--one-by-one", average->oneByOne, "Ask the reader once per polygon instead of the batch averager");
   a->add_flag("--json", average->json, "JSON instead of CSV");
   a->callback([average, &exitCode] {
-    exitCode = Guarded(
-        [](const void* o) {
-          const auto* v = static_cast<const AverageOptions*>(o);
-          return RunAverage(v->grid, v->polygons, v->oneByOne, v->json);
-        },
-        average.get());
+    exitCode = RunReportingInputErrors(
+        [&] { return RunAverage(average->grid, average->polygons, average->oneByOne, average->json); });
   });
 }
 
