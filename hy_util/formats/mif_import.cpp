@@ -277,6 +277,8 @@ int CHU_MIDMIFFileImport::ReadNextDataType(std::string* pointRest) {
 }
 
 bool CHU_MIDMIFFileImport::CurrentKeywordIs(std::initializer_list<const char*> keywords) const {
+  // A line given back belongs to the next object, which ReadNextDataType must reach first.
+  if (m_givenBack) return false;
   const std::string_view line = TrimBlanks(m_line);
   const std::string_view first = line.substr(0, std::min(line.size(), line.find_first_of(" \t")));
   return std::any_of(keywords.begin(), keywords.end(), [&](const char* k) { return EqualsNoCase(first, k); });
