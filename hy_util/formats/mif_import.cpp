@@ -10,6 +10,7 @@
 #include "hy_util/core/string_manager.h"
 #include "hy_util/formats/mid_mif_text.h"
 #include "hy_util/platform/application.h"
+#include "hy_util/units/units_convert.h"
 
 using hu_mif::EqualsNoCase;
 using hu_mif::SplitBlanks;
@@ -597,5 +598,5 @@ void CHU_MIDMIFFileImport::ApplyElevations(CHU_DPolyLine& chain, int& vertexInde
 
 double CHU_MIDMIFFileImport::AdjustUnit(double value) const {
   if (m_unitFlagA != 0 || m_unitFlagB != 1) return value;
-  return value;
+  return CHU_UnitsConvert::UnitsConvert_Metric_To_US(value, "m");
 }

@@ -450,3 +450,31 @@ TEST(MifImportTest, BrokenMidRowsStayWithinTheirRow) {
   in.ReadNextDataType();
   EXPECT_EQ(in.GetMIDValue(0).substr(0, 3), "xxx");
 }
+
+TEST(MifImportTest, UnitFlagsAskingForUsUnitsConvertEveryCoordinateReadFromMetres) {
+  TextPair pair("CoordSys NonEarth Units \"m\" Bounds (0, -1) (10, 2)\nColumns 1\nz Char(9)\nData\n"
+                "Point 1 2\nPline 2\n0 10\n-1 0\n",
+                "3\n\"4 5\"\n");
+  CHU_MIDMIFFileImport in(pair.mid, pair.mif, 0, 1);
+  ASSERT_TRUE(in.OpenFiles());
+  ASSERT_TRUE(in.ReadHeader());
+  in.SetElevationColumn(0);
+  const double ft = 3.28084;
+  double x0, y0, x1, y1;
+  ASSERT_TRUE(in.GetBounds(x0, y0, x1, y1));
+  EXPECT_EQ(std::vector<double>({x0, y0, x1, y1}), std::vector<double>({0, -ft, 10 * ft, 2 * ft}));
+  CHU_DPointArray points;
+  in.ReadNextDataType();
+  ASSERT_TRUE(in.ReadPoint(points));
+  EXPECT_EQ(std::vector<double>({points[0]->x, points[0]->y, points[0]->z}), std::vector<double>({ft, 2 * ft, 3 * ft}));
+  CHU_DPolyLineArray lines;
+  in.ReadNextDataType();
+  ASSERT_TRUE(in.ReadPLine(lines));
+  EXPECT_EQ(Coords(*lines[0]), XYs({{0, 10 * ft}, {-ft, 0}}));
+  EXPECT_EQ(lines[0]->GetAt(1)->z, 5 * ft);
+  EXPECT_EQ(in.AdjustUnit(1.0), ft);
+  // Any other pair of flags reads values as they are.
+  for (auto [a, b] : {std::pair{1, 0}, std::pair{0, 0}, std::pair{1, 1}}) {
+    EXPECT_EQ(CHU_MIDMIFFileImport(pair.mid, pair.mif, a, b).AdjustUnit(1.0), 1.0);
+  }
+}
