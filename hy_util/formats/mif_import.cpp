@@ -580,7 +580,8 @@ bool CHU_MIDMIFFileImport::SetElevationColumn(const std::string& name) {
 void CHU_MIDMIFFileImport::BeginElevations() {
   m_elevations.clear();
   if (m_elevationColumn < 0 || m_elevationColumn >= GetNumDataItems()) return;
-  for (const std::string_view token : SplitBlanks(GetMIDValue(m_elevationColumn))) {
+  const std::string value = GetMIDValue(m_elevationColumn);
+  for (const std::string_view token : SplitBlanks(value)) {
     double value = 0.0;
     m_elevations.push_back(hu_mif::ParseDouble(token, value) ? AdjustUnit(value) : kNoElevation);
   }
