@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <set>
 #include <sstream>
 
 #include "hy_util/formats/mif_import.h"
@@ -80,35 +81,32 @@ std::vector<Feature> ReadWithLibrary(const std::string& mifPath) {
 
 bool HaveOgrInfo() { return std::system("command -v ogrinfo >/dev/null 2>&1") == 0; }
 
-// Geometry kinds and vertex counts from ogrinfo's WKT, one entry per feature.
+// Geometry kinds and vertex counts from ogrinfo's WKT, one entry per feature
+// (a coordinate pair is two numbers; the rest of the WKT is words and brackets).
 std::vector<Feature> ReadWithOgr(const std::string& mifPath) {
   std::vector<Feature> features;
-  const std::string command = "ogrinfo -ro -al -q '" + mifPath + "' 2>/dev/null";
-  std::FILE* pipe = popen(command.c_str(), "r");
+  std::FILE* pipe = popen(("ogrinfo -ro -al -q '" + mifPath + "' 2>/dev/null").c_str(), "r");
   if (pipe == nullptr) return features;
-  std::string output;
-  char buffer[65536];
-  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, n);
-  pclose(pipe);
-  std::istringstream lines(output);
-  for (std::string line; std::getline(lines, line);) {
+  static const std::set<std::string> kKinds = {"POINT", "LINESTRING", "POLYGON", "MULTIPOINT",
+                                               "MULTILINESTRING", "MULTIPOLYGON", "GEOMETRYCOLLECTION"};
+  char buffer[1 << 16];
+  std::string line;
+  while (std::fgets(buffer, sizeof buffer, pipe) != nullptr) {
+    line += buffer;
+    if (line.back() != '\n') continue;
     if (line.rfind("OGRFeature(", 0) == 0) features.push_back({"none", 0});
+    std::replace_if(line.begin(), line.end(), [](char c) { return c == '(' || c == ')' || c == ','; }, ' ');
     std::istringstream words(line);
-    std::string kind;
+    std::string kind, token;
     words >> kind;
-    static const char* const kKinds[] = {"POINT",      "LINESTRING",      "POLYGON",      "MULTIPOINT",
-                                         "MULTILINESTRING", "MULTIPOLYGON", "GEOMETRYCOLLECTION"};
-    if (features.empty() || line.rfind("  ", 0) != 0 ||
-        std::find(std::begin(kKinds), std::end(kKinds), kind) == std::end(kKinds)) {
-      continue;
+    if (!features.empty() && line.rfind("  ", 0) == 0 && kKinds.count(kind) > 0) {
+      int numbers = 0;
+      while (words >> token) numbers += std::isdigit(static_cast<unsigned char>(token.back())) != 0;
+      features.back() = {kind == "MULTIPOLYGON" ? "POLYGON" : kind, numbers / 2};
     }
-    // Every coordinate pair is two numbers; the rest of the WKT is words and brackets.
-    int numbers = 0;
-    for (char& c : line) c = (c == '(' || c == ')' || c == ',') ? ' ' : c;
-    std::istringstream tokens(line);
-    for (std::string token; tokens >> token;) numbers += (std::isdigit(static_cast<unsigned char>(token.back())) != 0);
-    features.back() = {kind == "MULTIPOLYGON" ? "POLYGON" : kind, numbers / 2};
+    line.clear();
   }
+  pclose(pipe);
   return features;
 }
 
