@@ -526,8 +526,9 @@ int CHU_MIDMIFFileImport::ReadPoints(CHU_DPointArray& points, bool showProgress)
   for (int code = ReadNextDataType(); code != MIF_END_OF_FILE; code = ReadNextDataType()) {
     if (code == MIF_POINT) ReadPoint(points);
     if (code == MIF_MULTIPOINT) ReadMultiPoint(points);
+    if (!showProgress) continue;
     const int step = static_cast<int>(std::min<std::int64_t>(100, m_mif.Position() * 100 / length));
-    if (showProgress && step != shown) app.ProgressSetPos(shown = step);
+    if (step != shown) app.ProgressSetPos(shown = step);
   }
   if (showProgress) app.ProgressStop();
   return static_cast<int>(points.size() - before);

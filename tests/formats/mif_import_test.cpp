@@ -259,14 +259,18 @@ TEST(MifImportTest, UnusableHeadersAreRefusedWithTheirReason) {
   EXPECT_FALSE(missing.ReadHeader());
   EXPECT_EQ(missing.ReadNextDataType(), MIF_END_OF_FILE);
 
-  // No columns need no MID file; a clause without Bounds leaves them unset.
-  CHU_MIDMIFFileImport bare(dir.File("b.mid"), dir.Write("b.mif", "CoordSys Earth Projection 1, 104\nData\n"), 1, 0);
+  // No columns need no MID file; a clause without Bounds leaves them unset; a
+  // byte-order mark does not hide the first keyword.
+  const std::string bom = "\xEF\xBB\xBF";
+  CHU_MIDMIFFileImport bare(dir.File("b.mid"),
+                            dir.Write("b.mif", bom + "Version 300\r\nCoordSys Earth Projection 1, 104\nData\n"), 1, 0);
   ASSERT_TRUE(bare.OpenFiles());
   ASSERT_TRUE(bare.ReadHeader());
   double x0 = 1, y0 = 1, x1 = 1, y1 = 1;
   EXPECT_FALSE(bare.GetBounds(x0, y0, x1, y1));
   EXPECT_EQ(std::vector<double>({x0, y0, x1, y1}), std::vector<double>(4, 0.0));
   EXPECT_EQ(bare.GetCoordSys(), "Earth Projection 1, 104");
+  EXPECT_EQ(bare.GetVersion(), "300");
   EXPECT_FALSE(bare.ReadMIDData());
 }
 

@@ -10,8 +10,8 @@ fi
 prefix=()
 [ "$(id -u)" -ne 0 ] && prefix=(sudo)
 export DEBIAN_FRONTEND=noninteractive
-if "${prefix[@]}" apt-get install -y -qq --no-install-recommends gdal-bin >/dev/null 2>&1 ||
-   { "${prefix[@]}" apt-get update -qq && "${prefix[@]}" apt-get install -y -qq --no-install-recommends gdal-bin >/dev/null; }; then
+install() { "${prefix[@]}" apt-get install -y -qq --no-install-recommends gdal-bin >/dev/null 2>&1; }
+if install || { "${prefix[@]}" apt-get update -qq && install; }; then
   echo "ogr_oracle: installed gdal-bin"
 else
   echo "ogr_oracle: gdal-bin could not be installed; the tests against ogrinfo will skip"
