@@ -176,11 +176,7 @@ bool CHU_MIDMIFFileImport::ReadHeader() {
       return true;
     }
   }
-  if (m_mif.Failed()) {
-    SetHeaderError("a line is too long or cannot be read");
-  } else {
-    m_lastError = m_mifPath + ": the header does not end with a \"Data\" line";
-  }
+  if (!m_mif.Failed()) m_lastError = m_mifPath + ": the header does not end with a \"Data\" line";
   return false;
 }
 
@@ -215,7 +211,7 @@ void CHU_MIDMIFFileImport::ParseCoordSys(const std::string& clause) {
 bool CHU_MIDMIFFileImport::ReadColumns(int count) {
   for (int i = 0; i < count;) {
     if (!NextLine()) {
-      SetHeaderError("the file ends inside the column list");
+      if (!m_mif.Failed()) SetHeaderError("the file ends inside the column list");
       return false;
     }
     const auto tokens = SplitBlanks(m_line);
@@ -250,7 +246,13 @@ bool CHU_MIDMIFFileImport::NextLine() {
     m_givenBack = false;
     return true;
   }
-  return m_mif.ReadLine(m_line);
+  if (m_mif.ReadLine(m_line)) return true;
+  if (m_mif.Failed()) {
+    m_lastError = m_mifPath + ", line " + std::to_string(m_mif.LineNumber() + 1) +
+                  ": the line cannot be read or is longer than " +
+                  std::to_string(CHU_MIDMIFLineReader::kMaxLineBytes >> 20) + " MiB; reading stops there";
+  }
+  return false;
 }
 
 int CHU_MIDMIFFileImport::ReadNextDataType(std::string* pointRest) {

@@ -151,6 +151,10 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   double AdjustUnit(double value) const;
 
   const std::string& GetLastError() const { return m_lastError; }
+  // True when reading the MIF file stopped at a line it could not take (over
+  // CHU_MIDMIFLineReader::kMaxLineBytes, or a read error) rather than at its end;
+  // GetLastError() names the line.
+  bool HasReadError() const { return m_mif.Failed(); }
   // Line number of the MIF line read last, for messages.
   std::int64_t GetLineNumber() const { return m_mif.LineNumber(); }
   const std::string& GetMIFPath() const { return m_mifPath; }

@@ -358,6 +358,15 @@ TEST(MifImportTest, MidRowsKeepToTheirColumnsAndTheirRow) {
     EXPECT_EQ(file.in->GetMIDValue(0), c.second);
   }
 
+  // A MIF line without an end cannot claim all memory: reading stops there.
+  std::string endless = kHeader + "Point 1 1\n";
+  endless.resize(endless.size() + CHU_MIDMIFLineReader::kMaxLineBytes + 1, '7');
+  Opened longLine(endless + "\nPoint 2 2\n", "a\nb\n");
+  EXPECT_EQ(longLine.in->ReadNextDataType(), MIF_POINT);
+  EXPECT_EQ(longLine.in->ReadNextDataType(), MIF_END_OF_FILE);
+  EXPECT_TRUE(longLine.in->HasReadError());
+  EXPECT_NE(longLine.in->GetLastError().find("line 8: the line cannot be read or is longer"), std::string::npos);
+
   // A quote left open cannot swallow more than one row's worth of the file.
   std::string huge = "\"open\n";
   while (huge.size() < 3 * CHU_MIDMIFFileImport::kMaxRowBytes) huge += std::string(1000, 'x') + "\n";
