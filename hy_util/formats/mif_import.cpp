@@ -122,7 +122,7 @@ void CHU_MIDMIFFileImport::SetHeaderError(const std::string& what) {
   m_lastError = m_mifPath + ", line " + std::to_string(m_mif.LineNumber()) + ": " + what;
 }
 
-bool CHU_MIDMIFFileImport::ReadHeader() {
+void CHU_MIDMIFFileImport::ResetHeader() {
   Cleanup();
   m_version.clear();
   m_charset.clear();
@@ -131,6 +131,20 @@ bool CHU_MIDMIFFileImport::ReadHeader() {
   m_coordSys.clear();
   m_boundsRead = false;
   m_minX = m_minY = m_maxX = m_maxY = 0.0;
+}
+
+bool CHU_MIDMIFFileImport::FinishHeader(const std::string& coordClause) {
+  ParseCoordSys(coordClause);
+  if (!m_columns.empty() && !m_mid.IsOpen()) {
+    m_lastError = m_mifPath + " has " + std::to_string(m_columns.size()) + " attribute columns, but their file " +
+                  m_midPath + " cannot be opened";
+    return false;
+  }
+  return true;
+}
+
+bool CHU_MIDMIFFileImport::ReadHeader() {
+  ResetHeader();
   if (!m_mif.IsOpen()) {
     m_lastError = "The MIF file " + m_mifPath + " is not open";
     return false;
@@ -167,13 +181,7 @@ bool CHU_MIDMIFFileImport::ReadHeader() {
       }
       if (!ReadColumns(count)) return false;
     } else if (EqualsNoCase(keyword, "Data")) {
-      ParseCoordSys(coordClause);
-      if (!m_columns.empty() && !m_mid.IsOpen()) {
-        m_lastError = m_mifPath + " has " + std::to_string(m_columns.size()) +
-                      " attribute columns, but their file " + m_midPath + " cannot be opened";
-        return false;
-      }
-      return true;
+      return FinishHeader(coordClause);
     }
   }
   if (!m_mif.Failed()) m_lastError = m_mifPath + ": the header does not end with a \"Data\" line";

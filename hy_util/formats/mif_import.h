@@ -171,6 +171,9 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   bool CurrentKeywordIs(std::initializer_list<const char*> keywords) const;
   bool ReadRing(int count, CHU_DPolygon& ring);
   bool ReadSection(int count, CHU_DPolyLine& line);
+  void ResetHeader();
+  // At "Data": the coordinate system clause, and the MID file the columns need.
+  bool FinishHeader(const std::string& coordClause);
   void ParseCoordSys(const std::string& clause);
   bool ReadColumns(int count);
   void SetHeaderError(const std::string& what);
