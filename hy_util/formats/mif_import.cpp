@@ -76,23 +76,6 @@ bool IsHeaderKeyword(std::string_view token) {
   return false;
 }
 
-// A double-quoted text with doubled quotes inside; an unquoted text as it is.
-std::string Unquote(std::string_view text) {
-  if (text.empty() || text.front() != '"') return std::string(text);
-  std::string out;
-  for (std::size_t i = 1; i < text.size(); ++i) {
-    if (text[i] != '"') {
-      out += text[i];
-    } else if (i + 1 < text.size() && text[i + 1] == '"') {
-      out += '"';
-      ++i;
-    } else {
-      break;
-    }
-  }
-  return out;
-}
-
 }  // namespace
 
 CHU_MIDMIFFileImport::CHU_MIDMIFFileImport(std::string midPath, std::string mifPath, int unitFlagA, int unitFlagB)
@@ -118,12 +101,30 @@ void CHU_MIDMIFFileImport::CloseFiles() {
 
 // ---- Header ----
 
+std::string CHU_MIDMIFFileImport::Unquote(std::string_view text) {
+  if (text.empty() || text.front() != '"') return std::string(text);
+  std::string out;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i] != '"') {
+      out += text[i];
+    } else if (i + 1 < text.size() && text[i + 1] == '"') {
+      out += '"';
+      ++i;
+    } else {
+      break;
+    }
+  }
+  return out;
+}
+
+
 void CHU_MIDMIFFileImport::SetHeaderError(const std::string& what) {
   m_lastError = m_mifPath + ", line " + std::to_string(m_mif.LineNumber()) + ": " + what;
 }
 
 void CHU_MIDMIFFileImport::ResetHeader() {
   Cleanup();
+  m_columnTypes.clear();
   m_version.clear();
   m_charset.clear();
   m_delimiter.clear();
@@ -234,6 +235,7 @@ bool CHU_MIDMIFFileImport::ReadColumns(int count) {
     int size = -1;
     if (type == CHU_MIDMIFData::kChar) size = typeTokens.size() > 1 ? CountOf(typeTokens[1]) : 0;
     AddDataItem(std::string(tokens[0]), type, size);
+    m_columnTypes.emplace_back(TrimBlanks(RestAfterFirstToken(m_line)));
     ++i;
   }
   return true;
@@ -611,4 +613,9 @@ void CHU_MIDMIFFileImport::ApplyElevations(CHU_DPolyLine& chain, int& vertexInde
 double CHU_MIDMIFFileImport::AdjustUnit(double value) const {
   if (m_unitFlagA != 0 || m_unitFlagB != 1) return value;
   return CHU_UnitsConvert::UnitsConvert_Metric_To_US(value, "m");
+}
+
+std::string CHU_MIDMIFFileImport::GetColumnTypeText(int column) const {
+  if (column < 0 || static_cast<std::size_t>(column) >= m_columnTypes.size()) return std::string();
+  return m_columnTypes[static_cast<std::size_t>(column)];
 }

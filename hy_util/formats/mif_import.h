@@ -49,6 +49,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "hy_util/formats/mid_mif_file.h"
@@ -99,6 +100,12 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   char GetDelimiterChar() const { return m_delimiterChar; }
   // The coordinate system clause without "Bounds" and what follows it.
   const std::string& GetCoordSys() const { return m_coordSys; }
+  // The column's type as the header wrote it ("Decimal(10,2)", "Char (50)",
+  // "Logical"), for callers that map the types this library keeps as undefined.
+  std::string GetColumnTypeText(int column) const;
+  // The text inside double quotes, a doubled quote read as one ("\"WindowsLatin1\""
+  // gives WindowsLatin1); a text that does not start with a quote as it is.
+  static std::string Unquote(std::string_view text);
 
   // Moves to the next object and reads its MID row; the object's code, or
   // MIF_END_OF_FILE. pointRest receives the text after "Point" on a point line.
@@ -203,6 +210,7 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   int m_collectionMembersLeft = 0;
   bool m_inCollectionMember = false;
   int m_elevationColumn = -1;
+  std::vector<std::string> m_columnTypes;
   std::vector<std::string> m_midRow;
   std::size_t m_midValueCount = 0;
   std::vector<double> m_elevations;

@@ -108,7 +108,8 @@ TEST(MifImportTest, HeaderTextsColumnsAndWrappedBounds) {
   std::vector<std::string> columns(4);
   for (int i = 0; i < 4; ++i) in.GetDataStr(i, columns[static_cast<std::size_t>(i)]);
   EXPECT_EQ(columns, std::vector<std::string>({"Name Char(20)", "Depth Float", "Count Integer", "Built Undefined"}));
-  EXPECT_EQ(in.GetNumDataItems(), 4);
+  EXPECT_EQ(in.GetColumnTypeText(0), "char (20)");
+  EXPECT_EQ(CHU_MIDMIFFileImport::Unquote(in.GetCharset()), "WindowsLatin1");
   EXPECT_EQ(in.GetDataItem(1)->GetSize(), -1);  // written back with three decimals
 }
 
