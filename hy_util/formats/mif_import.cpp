@@ -117,7 +117,6 @@ std::string CHU_MIDMIFFileImport::Unquote(std::string_view text) {
   return out;
 }
 
-
 void CHU_MIDMIFFileImport::SetHeaderError(const std::string& what) {
   m_lastError = m_mifPath + ", line " + std::to_string(m_mif.LineNumber()) + ": " + what;
 }
