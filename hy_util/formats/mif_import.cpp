@@ -530,7 +530,7 @@ bool CHU_MIDMIFFileImport::ReadText(std::string& text, CHU_DRect& box) {
 
 int CHU_MIDMIFFileImport::ReadPoints(CHU_DPointArray& points, bool showProgress) {
   IHU_Application& app = HU_GetApplication();
-  const std::int64_t length = std::max<std::int64_t>(m_mif.Length(), 1);
+  const std::int64_t length = std::max<std::int64_t>(GetMIFLength(), 1);
   if (showProgress) app.ProgressStart(CStringManager::GetStr("HYSTR_PROGRESS_READING_MIF_POINTS"), 100);
   const std::size_t before = points.size();
   int shown = -1;
@@ -538,7 +538,7 @@ int CHU_MIDMIFFileImport::ReadPoints(CHU_DPointArray& points, bool showProgress)
     if (code == MIF_POINT) ReadPoint(points);
     if (code == MIF_MULTIPOINT) ReadMultiPoint(points);
     if (!showProgress) continue;
-    const int step = static_cast<int>(std::min<std::int64_t>(100, m_mif.Position() * 100 / length));
+    const int step = static_cast<int>(std::min<std::int64_t>(100, GetMIFPosition() * 100 / length));
     if (step != shown) app.ProgressSetPos(shown = step);
   }
   if (showProgress) app.ProgressStop();

@@ -164,6 +164,9 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   bool HasReadError() const { return m_mif.Failed(); }
   // Line number of the MIF line read last, for messages.
   std::int64_t GetLineNumber() const { return m_mif.LineNumber(); }
+  // Byte position reached in the MIF file and its length, for progress displays.
+  std::int64_t GetMIFPosition() const { return m_mif.Position(); }
+  std::int64_t GetMIFLength() const { return m_mif.Length(); }
   const std::string& GetMIFPath() const { return m_mifPath; }
   const std::string& GetMIDPath() const { return m_midPath; }
 
