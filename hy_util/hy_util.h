@@ -49,3 +49,9 @@
 
 #include "hy_util/units/units_convert.h"
 #include "hy_util/units/units_setting.h"
+
+#include "hy_util/display/device_context.h"
+#include "hy_util/display/scale_info.h"
+#include "hy_util/display/transformation_matrix.h"
+#include "hy_util/geometry/cubic_spline.h"
+#include "hy_util/geometry/screen_rect.h"
