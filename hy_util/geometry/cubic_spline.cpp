@@ -48,12 +48,26 @@ void CHU_CubicSpline2D::RemoveFirstDerivativeConstraint(int i) {
 double CHU_CubicSpline2D::GetMinX() const { return m_x.empty() ? kNaN : m_x.front(); }
 double CHU_CubicSpline2D::GetMaxX() const { return m_x.empty() ? kNaN : m_x.back(); }
 
+// Whether interval i is the first one with x <= x(i+1): x lies in (x(i), x(i+1)],
+// the first interval reaching down to -infinity and the last up to +infinity.
+bool CHU_CubicSpline2D::InInterval(std::size_t i, double x) const {
+  const std::size_t last = m_x.size() - 2;
+  return i <= last && (i == 0 || x > m_x[i]) && (i == last || x <= m_x[i + 1]);
+}
+
 std::size_t CHU_CubicSpline2D::FindInterval(double x) const {
-  // The first interval i (0 to n - 2) with x <= x(i+1): a lower bound over the
-  // interior points x(1) .. x(n-2); past them, the last interval.
+  const std::size_t hint = m_hint.Get();
+  if (InInterval(hint, x)) return hint;
+  if (InInterval(hint + 1, x)) {
+    m_hint.Set(hint + 1);
+    return hint + 1;
+  }
+  // A lower bound over the interior points x(1) .. x(n-2); past them, the last interval.
   const auto first = m_x.begin() + 1;
   const auto last = m_x.end() - 1;
-  return static_cast<std::size_t>(std::lower_bound(first, last, x) - first);
+  const auto i = static_cast<std::size_t>(std::lower_bound(first, last, x) - first);
+  m_hint.Set(i);
+  return i;
 }
 
 double CHU_CubicSpline2D::ComputeY(double x) const {

@@ -15,8 +15,11 @@
 // x = 0 loses digits to cancellation; the natural type works relative to each
 // interval's start.
 //
-// ComputeY finds the interval by binary search: the first interval whose right end
-// is at or beyond x. Outside the table the end cubics are extrapolated.
+// ComputeY uses the first interval whose right end is at or beyond x; outside the
+// table the end cubics are extrapolated. It first tries the interval of the previous
+// call and the one after it (queries that sweep along the curve hit them), and
+// otherwise finds the interval by binary search. The remembered interval is only a
+// guess kept in a relaxed atomic, so a spline may be evaluated from several threads.
 //
 // Degenerate tables, which the classic class left undefined, are defined here:
 // no points gives NaN everywhere; one point gives its y everywhere; x values that
@@ -25,6 +28,8 @@
 // Two points without constraints give the straight line through them (the end-slope
 // rule would otherwise define each end slope by the other).
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -66,6 +71,23 @@ class CHU_CubicSpline2D {
     double constant;
   };
 
+  // The interval of the last evaluation; copies start from the source's guess.
+  class IntervalHint {
+   public:
+    IntervalHint() = default;
+    IntervalHint(const IntervalHint& other) : value_(other.Get()) {}
+    IntervalHint& operator=(const IntervalHint& other) {
+      Set(other.Get());
+      return *this;
+    }
+    std::size_t Get() const { return value_.load(std::memory_order_relaxed); }
+    void Set(std::size_t i) const { value_.store(i, std::memory_order_relaxed); }
+
+   private:
+    mutable std::atomic<std::size_t> value_{0};
+  };
+
+  bool InInterval(std::size_t i, double x) const;
   std::size_t FindInterval(double x) const;
   void BuildNatural();
   void BuildConstrained(bool monotone);
@@ -79,4 +101,5 @@ class CHU_CubicSpline2D {
   std::vector<std::uint8_t> m_constrained;  // empty until the first constraint
   std::vector<double> m_slopes;
   bool m_valid = false;
+  IntervalHint m_hint;
 };

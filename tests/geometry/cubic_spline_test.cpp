@@ -185,3 +185,27 @@ TEST(CubicSpline, DegenerateTablesAnswerWithoutDividingByZero) {
   const Spline unknown(3, ys, ys, static_cast<Spline::SplineType>(7));
   EXPECT_EQ(unknown.ComputeY(2.5), 0.0);
 }
+
+TEST(CubicSpline, TheIntervalChosenDoesNotDependOnEarlierQueries) {
+  // At a knot the two neighbouring cubics agree only to rounding, so the bits of the
+  // answer show which interval was used; the remembered interval must not change it.
+  std::mt19937 rng(5);
+  const Table t = RandomTable(rng, 30, 1000.0, false);
+  std::vector<double> xs = t.x;
+  for (size_t i = 0; i + 1 < t.x.size(); ++i) xs.push_back((t.x[i] + t.x[i + 1]) / 2);
+  xs.push_back(t.x.front() - 3.0);
+  xs.push_back(t.x.back() + 3.0);
+  std::sort(xs.begin(), xs.end());
+  for (Spline::SplineType type : kTypes) {
+    const Spline spline = t.Make(type);
+    std::vector<double> reference;
+    for (double x : xs) reference.push_back(Spline(spline).ComputeY(x));  // a fresh copy each time
+    std::vector<size_t> order(xs.size());
+    for (size_t i = 0; i < order.size(); ++i) order[i] = i;
+    for (int pass = 0; pass < 3; ++pass) {
+      if (pass == 1) std::reverse(order.begin(), order.end());
+      if (pass == 2) std::shuffle(order.begin(), order.end(), rng);
+      for (size_t i : order) ASSERT_EQ(spline.ComputeY(xs[i]), reference[i]) << "type " << type << " x " << xs[i];
+    }
+  }
+}
