@@ -21,10 +21,9 @@
 // otherwise finds the interval by binary search. The remembered interval is only a
 // guess kept in a relaxed atomic, so a spline may be evaluated from several threads.
 //
-// Degenerate tables, which the classic class left undefined, are defined here:
-// no points gives NaN everywhere; one point gives its y everywhere; x values that
-// are not finite or not strictly increasing make the table invalid (IsValid()
-// false) and ComputeY answer NaN. Constraint indices outside the table are ignored.
+// Degenerate tables have a defined answer: no points gives NaN everywhere; one
+// point gives its y everywhere; x values that are not finite or not strictly
+// increasing make the table invalid (IsValid() false) and ComputeY answer NaN. Constraint indices outside the table are ignored.
 // Two points without constraints give the straight line through them (the end-slope
 // rule would otherwise define each end slope by the other).
 
