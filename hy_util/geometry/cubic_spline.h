@@ -7,7 +7,8 @@
 //                            derivative at both ends; slope constraints are ignored.
 //   ST_CONSTRAINED           slopes from the neighbouring secants (zero at local
 //                            extrema), so the curve never overshoots the data between
-//                            points; a point may be given a fixed first derivative.
+//                            points; a point may be given a fixed first derivative
+//                            (which may then make it overshoot).
 //   ST_CONSTRAINED_MONOTONE  as ST_CONSTRAINED, then slopes are made non-negative and
 //                            no steeper than the secant to their left, so the curve
 //                            through non-decreasing data never decreases.
@@ -23,9 +24,12 @@
 //
 // Degenerate tables have a defined answer: no points gives NaN everywhere; one
 // point gives its y everywhere; x values that are not finite or not strictly
-// increasing make the table invalid (IsValid() false) and ComputeY answer NaN. Constraint indices outside the table are ignored.
-// Two points without constraints give the straight line through them (the end-slope
-// rule would otherwise define each end slope by the other).
+// increasing make the table invalid (IsValid() false) and ComputeY answer NaN.
+// Constraint indices outside the table are ignored. Two points without constraints
+// give the straight line through them (the end-slope rule would otherwise define
+// each end slope by the other). An unknown type value evaluates to 0.
+// The monotone pass assumes rising data: on falling data it keeps the slopes at the
+// (negative) left secants and the curve can overshoot.
 
 #include <atomic>
 #include <cstddef>
