@@ -16,6 +16,20 @@ bool StrictlyIncreasingAndFinite(const std::vector<double>& x) {
   return true;
 }
 
+// Index of the first of `count` sorted values at or above x, or count when there is
+// none (NaN included, which nothing reaches). The halving step is a conditional move
+// rather than a branch: random queries would mispredict half the branches.
+std::size_t LowerBound(const double* values, std::size_t count, double x) {
+  if (count == 0) return 0;
+  const double* base = values;
+  while (count > 1) {
+    const std::size_t half = count / 2;
+    base = x <= base[half - 1] ? base : base + half;
+    count -= half;
+  }
+  return static_cast<std::size_t>(base - values) + (x <= *base ? 0 : 1);
+}
+
 }  // namespace
 
 CHU_CubicSpline2D::CHU_CubicSpline2D(int n, const double* xs, const double* ys, SplineType type)
@@ -63,11 +77,14 @@ std::size_t CHU_CubicSpline2D::FindInterval(double x) const {
     return hint + 1;
   }
   // A lower bound over the interior points x(1) .. x(n-2); past them, the last interval.
-  const auto first = m_x.begin() + 1;
-  const auto last = m_x.end() - 1;
-  const auto i = static_cast<std::size_t>(std::lower_bound(first, last, x) - first);
+  const std::size_t i = LowerBound(m_x.data() + 1, m_x.size() - 2, x);
   m_hint.Set(i);
   return i;
+}
+
+int CHU_CubicSpline2D::GetInterval(double x) const {
+  if (!m_valid || m_x.size() < 2) return -1;
+  return static_cast<int>(FindInterval(x));
 }
 
 double CHU_CubicSpline2D::ComputeY(double x) const {

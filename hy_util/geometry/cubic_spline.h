@@ -56,6 +56,10 @@ class CHU_CubicSpline2D {
   virtual void RemoveFirstDerivativeConstraint(int i);
   virtual double ComputeY(double x) const;
 
+  // The interval ComputeY uses for x: 0 to n - 2 (the last one for NaN, which no
+  // right end reaches), or -1 when the table has fewer than two points or is invalid.
+  int GetInterval(double x) const;
+
   double GetMinX() const;
   double GetMaxX() const;
   int GetCount() const { return static_cast<int>(m_x.size()); }

@@ -186,26 +186,24 @@ TEST(CubicSpline, DegenerateTablesAnswerWithoutDividingByZero) {
   EXPECT_EQ(unknown.ComputeY(2.5), 0.0);
 }
 
-TEST(CubicSpline, TheIntervalChosenDoesNotDependOnEarlierQueries) {
-  // At a knot the two neighbouring cubics agree only to rounding, so the bits of the
-  // answer show which interval was used; the remembered interval must not change it.
+TEST(CubicSpline, TheIntervalIsTheFirstWhoseRightEndReachesXWhateverCameBefore) {
   std::mt19937 rng(5);
-  const Table t = RandomTable(rng, 30, 1000.0, false);
-  std::vector<double> xs = t.x;
-  for (size_t i = 0; i + 1 < t.x.size(); ++i) xs.push_back((t.x[i] + t.x[i + 1]) / 2);
-  xs.push_back(t.x.front() - 3.0);
-  xs.push_back(t.x.back() + 3.0);
-  std::sort(xs.begin(), xs.end());
-  for (Spline::SplineType type : kTypes) {
-    const Spline spline = t.Make(type);
-    std::vector<double> reference;
-    for (double x : xs) reference.push_back(Spline(spline).ComputeY(x));  // a fresh copy each time
-    std::vector<size_t> order(xs.size());
-    for (size_t i = 0; i < order.size(); ++i) order[i] = i;
-    for (int pass = 0; pass < 3; ++pass) {
-      if (pass == 1) std::reverse(order.begin(), order.end());
-      if (pass == 2) std::shuffle(order.begin(), order.end(), rng);
-      for (size_t i : order) ASSERT_EQ(spline.ComputeY(xs[i]), reference[i]) << "type " << type << " x " << xs[i];
+  for (const int n : {2, 3, 4, 7, 30, 64, 65}) {
+    const Table t = RandomTable(rng, n, -20.0, false);
+    std::vector<double> xs = t.x;
+    for (int i = 0; i + 1 < n; ++i) xs.push_back((t.x[i] + t.x[i + 1]) / 2);
+    xs.insert(xs.end(), {t.x.front() - 3.0, t.x.back() + 3.0});
+    const Spline spline = t.Make(Spline::ST_CONSTRAINED);
+    for (int pass = 0; pass < 3; ++pass) {  // ascending, descending, shuffled
+      if (pass < 2) std::sort(xs.begin(), xs.end(), [&](double a, double b) { return pass == 0 ? a < b : a > b; });
+      if (pass == 2) std::shuffle(xs.begin(), xs.end(), rng);
+      for (double x : xs) {
+        int linear = 0;
+        while (linear < n - 2 && !(x <= t.x[linear + 1])) ++linear;
+        ASSERT_EQ(spline.GetInterval(x), linear) << "n " << n << " x " << x << " pass " << pass;
+      }
     }
+    EXPECT_EQ(spline.GetInterval(std::nan("")), n - 2);
   }
+  EXPECT_EQ(Table({{1.0}, {2.0}}).Make(Spline::ST_NATURAL).GetInterval(1.0), -1);
 }
