@@ -48,6 +48,9 @@ inline const char* ScanInt(const char* p, const char* end, std::int32_t& value) 
   const char* const digits = p;
   std::uint64_t magnitude = 0;
   bool saturated = false;
+  // Up to 19 digits cannot overflow 64 bits; only longer numbers need the check.
+  for (const char* quick = end - p > 19 ? p + 19 : end; p != quick && IsDigit(*p); ++p)
+    magnitude = magnitude * 10 + static_cast<unsigned>(*p - '0');
   for (; p != end && IsDigit(*p); ++p) {
     const unsigned d = static_cast<unsigned>(*p - '0');
     if (magnitude > (std::numeric_limits<std::uint64_t>::max() - d) / 10) saturated = true;

@@ -34,17 +34,23 @@ std::int32_t ZeroBased(std::int32_t id) {
 struct CHU_File2DM::Card {
   enum Kind : std::uint8_t { kGrid, kNode, kQuad, kTriangle };
   Kind kind;
-  std::int32_t line;  // zero-based, within its half block
-  std::int32_t ints[5];
-  double reals[3];
+  std::int32_t line;     // zero-based, within the part of the block it came from
+  std::int32_t ints[5];  // ND: id; E4Q: id and nodes; E3T: id and nodes; MESH2D: nx, ny
+  double reals[3];       // ND: x, y, z; MESH2D: width, height, offset
 };
 
-// The cards of one half block in file order, and the first words of the lines
-// that are no card read here.
-struct CHU_File2DM::ParsedBlock {
+// The cards of the part of a block parsed by the worker thread, in file order,
+// and the first words of the lines that are no card read here.
+struct CHU_File2DM::ParsedPart {
   std::vector<Card> cards;
   std::vector<std::string_view> others;
   std::int64_t lines = 0;
+
+  void Clear() {
+    cards.clear();
+    others.clear();
+    lines = 0;
+  }
 };
 
 namespace {
@@ -158,7 +164,7 @@ bool CHU_File2DM::ReadBlocks() {
   std::vector<char>& buffer = block_;
   if (buffer.size() < kBlockSize) buffer.resize(kBlockSize);
   std::size_t held = 0;
-  std::vector<ParsedBlock> halves(2);
+  ParsedPart part;
   bool atEnd = false;
   while (!atEnd) {
     if (held == buffer.size()) buffer.resize(buffer.size() * 2);
@@ -176,59 +182,69 @@ bool CHU_File2DM::ReadBlocks() {
       }
       complete = static_cast<std::size_t>(static_cast<const char*>(lastEnd) - data) + 1;
     }
-    if (complete > 0) {
-      ParseBlock(buffer.data(), buffer.data() + complete, halves);
-      for (const ParsedBlock& half : halves) ApplyBlock(half);
-    }
+    if (complete > 0) ReadBlock(buffer.data(), buffer.data() + complete, part);
     held = filled - complete;
     std::memmove(buffer.data(), buffer.data() + complete, held);
   }
   return true;
 }
 
-// Splits the block at the line end nearest its middle and parses the two halves,
-// the second on a worker thread when that pays.
-void CHU_File2DM::ParseBlock(const char* first, const char* last, std::vector<ParsedBlock>& halves) const {
-  const double factor = UnitsToFeet() ? kFeetPerMetre : 1.0;
-  const char* middle = last;
-  const auto size = static_cast<std::size_t>(last - first);
-  if (parallel_ && size >= kParallelMinimum && std::thread::hardware_concurrency() > 1) {
-    const void* lineEnd = std::memchr(first + size / 2, '\n', static_cast<std::size_t>(last - first) - size / 2);
-    if (lineEnd != nullptr) middle = static_cast<const char*>(lineEnd) + 1;
+// Parses the lines of [from, to) in order, handing each card to the sink and
+// collecting the first words of other lines; returns the number of lines.
+template <class Sink>
+std::int64_t CHU_File2DM::ParseLines(const char* from, const char* to, double factor, Sink&& sink,
+                                     std::vector<std::string_view>& others) {
+  std::int64_t lines = 0;
+  while (from != to) {
+    const char* lineEnd = static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(to - from)));
+    if (lineEnd == nullptr) lineEnd = to;
+    ParseLine(from, lineEnd, static_cast<std::int32_t>(lines), factor, sink, others);
+    ++lines;
+    from = lineEnd == to ? to : lineEnd + 1;
   }
-  auto parse = [factor](const char* from, const char* to, ParsedBlock& out) {
-    out.cards.clear();
-    out.others.clear();
-    out.lines = 0;
-    out.cards.reserve(static_cast<std::size_t>(to - from) / 32);
-    while (from != to) {
-      const char* lineEnd = static_cast<const char*>(std::memchr(from, '\n', static_cast<std::size_t>(to - from)));
-      const char* next = lineEnd ? lineEnd + 1 : to;
-      ParseLine(from, lineEnd ? lineEnd : to, static_cast<std::int32_t>(out.lines), factor, out.cards, out.others);
-      ++out.lines;
-      from = next;
-    }
-  };
-  halves[1].cards.clear();
-  halves[1].others.clear();
-  halves[1].lines = 0;
-  if (middle == last) {
-    parse(first, last, halves[0]);
-    return;
-  }
-  std::thread worker;
-  try {
-    worker = std::thread(parse, middle, last, std::ref(halves[1]));
-  } catch (const std::system_error&) {
-    parse(first, last, halves[0]);  // no thread to be had: one pass over the block
-    return;
-  }
-  parse(first, middle, halves[0]);
-  worker.join();
+  return lines;
 }
 
-void CHU_File2DM::ParseLine(const char* p, const char* end, std::int32_t line, double factor,
-                            std::vector<Card>& cards, std::vector<std::string_view>& others) {
+// Applies the cards of a block in file order. When a second thread pays, it
+// parses the second half of the block into a list of cards while this thread
+// parses and applies the first half; the list is applied after it.
+void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& part) {
+  const double factor = UnitsToFeet() ? kFeetPerMetre : 1.0;
+  const auto size = static_cast<std::size_t>(last - first);
+  const char* middle = last;
+  if (parallel_ && size >= kParallelMinimum && std::thread::hardware_concurrency() > 1) {
+    const void* lineEnd = std::memchr(first + size / 2, '\n', size - size / 2);
+    if (lineEnd != nullptr) middle = static_cast<const char*>(lineEnd) + 1;
+  }
+  std::thread worker;
+  if (middle != last) {
+    part.Clear();
+    part.cards.reserve(static_cast<std::size_t>(last - middle) / 32);
+    try {
+      worker = std::thread([&part, middle, last, factor] {
+        part.lines = ParseLines(middle, last, factor, [&part](const Card& card) { part.cards.push_back(card); },
+                                part.others);
+      });
+    } catch (const std::system_error&) {
+      middle = last;  // no thread to be had: one pass over the block
+    }
+  }
+  std::vector<std::string_view> others;
+  const std::int64_t firstLine = lineCount_ + 1;
+  const std::int64_t lines =
+      ParseLines(first, middle, factor, [this, firstLine](const Card& card) { Apply(card, firstLine + card.line); },
+                 others);
+  FinishPart(others, lines);
+  if (!worker.joinable()) return;
+  worker.join();
+  const std::int64_t partFirstLine = lineCount_ + 1;
+  for (const Card& card : part.cards) Apply(card, partFirstLine + card.line);
+  FinishPart(part.others, part.lines);
+}
+
+template <class Sink>
+void CHU_File2DM::ParseLine(const char* p, const char* end, std::int32_t line, double factor, Sink& sink,
+                            std::vector<std::string_view>& others) {
   const std::string_view name = FirstWord(p, end);
   if (name.empty()) return;
   Card card{};
@@ -249,24 +265,22 @@ void CHU_File2DM::ParseLine(const char* p, const char* end, std::int32_t line, d
     others.push_back(name);
     return;
   }
-  cards.push_back(card);
+  sink(card);
 }
 
-void CHU_File2DM::ApplyBlock(const ParsedBlock& block) {
-  const std::int64_t firstLine = lineCount_ + 1;  // one-based line of the block's first line
-  for (const Card& card : block.cards) {
-    const std::int64_t line = firstLine + card.line;
-    switch (card.kind) {
-      case Card::kNode: ApplyNode(card, line); break;
-      case Card::kQuad: ApplyQuad(card, line); break;
-      case Card::kTriangle: ApplyTriangle(card); break;
-      case Card::kGrid: ApplyGrid(card, line); break;
-    }
+void CHU_File2DM::Apply(const Card& card, std::int64_t line) {
+  switch (card.kind) {
+    case Card::kNode: ApplyNode(card, line); break;
+    case Card::kQuad: ApplyQuad(card, line); break;
+    case Card::kTriangle: ApplyTriangle(card); break;
+    case Card::kGrid: ApplyGrid(card, line); break;
   }
-  for (std::string_view name : block.others)
-    CountSkipped(std::string(name.substr(0, kMaxCardNameLength)), 1);
-  const std::int64_t lines = lineCount_ + block.lines;
-  lineCount_ = static_cast<std::int32_t>(std::min<std::int64_t>(lines, std::numeric_limits<std::int32_t>::max()));
+}
+
+void CHU_File2DM::FinishPart(const std::vector<std::string_view>& others, std::int64_t lines) {
+  for (std::string_view name : others) CountSkipped(std::string(name.substr(0, kMaxCardNameLength)), 1);
+  const std::int64_t total = lineCount_ + lines;
+  lineCount_ = static_cast<std::int32_t>(std::min<std::int64_t>(total, std::numeric_limits<std::int32_t>::max()));
 }
 
 void CHU_File2DM::CountSkipped(const std::string& name, std::int64_t count) {

@@ -144,14 +144,19 @@ class CHU_File2DM {
 
  private:
   struct Card;
-  struct ParsedBlock;
+  struct ParsedPart;
 
-  static void ParseLine(const char* p, const char* end, std::int32_t line, double factor,
-                        std::vector<Card>& cards, std::vector<std::string_view>& others);
+  template <class Sink>
+  static std::int64_t ParseLines(const char* from, const char* to, double factor, Sink&& sink,
+                                 std::vector<std::string_view>& others);
+  template <class Sink>
+  static void ParseLine(const char* p, const char* end, std::int32_t line, double factor, Sink& sink,
+                        std::vector<std::string_view>& others);
   void Clear();
   bool ReadBlocks();
-  void ParseBlock(const char* first, const char* last, std::vector<ParsedBlock>& halves) const;
-  void ApplyBlock(const ParsedBlock& block);
+  void ReadBlock(const char* first, const char* last, ParsedPart& part);
+  void Apply(const Card& card, std::int64_t line);
+  void FinishPart(const std::vector<std::string_view>& others, std::int64_t lines);
   void ApplyGrid(const Card& card, std::int64_t line);
   void ApplyNode(const Card& card, std::int64_t line);
   void ApplyQuad(const Card& card, std::int64_t line);

@@ -117,7 +117,8 @@ std::unique_ptr<HU_TuFlowSummary> HU_TuFlowSummary::Load(const std::string& path
 bool HU_TuFlowSummary::ParseFile() {
   if (!file_ || !file_->FileOpened()) return false;
   file_->SetSeparators("==");
-  file_->SetCommentMarkers("!");
+  const std::string commentMarker = "!";  // through a string: g++ 12 misreads the literal's length here
+  file_->SetCommentMarkers(commentMarker.c_str());
   std::vector<std::string> fields;
   int charsRead = 0;
   while (file_->ReadLine(fields, charsRead)) {
