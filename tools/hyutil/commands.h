@@ -38,4 +38,8 @@ void AddGridCommands(CLI::App& app, int& exitCode);
 void AddGridFileCommands(CLI::App& grid, int& exitCode);
 void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 
+// "hyutil mesh ..." (2DM files) and "hyutil run ..." (TUFLOW run summaries).
+void AddMeshCommands(CLI::App& app, int& exitCode);
+void AddRunCommands(CLI::App& app, int& exitCode);
+
 }  // namespace hyutil

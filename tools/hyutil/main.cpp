@@ -12,6 +12,8 @@ int main(int argc, char** argv) {
   int exitCode = hyutil::kExitOk;
   hyutil::AddLangCommands(app, exitCode);
   hyutil::AddGridCommands(app, exitCode);
+  hyutil::AddMeshCommands(app, exitCode);
+  hyutil::AddRunCommands(app, exitCode);
 
   try {
     app.parse(argc, argv);
