@@ -152,19 +152,32 @@ FileStamp Stamp(const std::string& path) {
   return {st.st_size, st.st_mtim};
 }
 
-bool EndsWithLineEnd(const std::string& path) {
+// Line ends in the file, and whether it ends with one.
+std::pair<std::int64_t, bool> LineEnds(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  if (!in.seekg(-1, std::ios::end)) return false;
-  return in.get() == '\n';
+  std::int64_t count = 0;
+  char last = 0;
+  char block[65536];
+  while (in.read(block, sizeof block) || in.gcount() > 0) {
+    const auto got = static_cast<std::size_t>(in.gcount());
+    count += std::count(block, block + got, '\n');
+    last = block[got - 1];
+  }
+  return {count, last == '\n'};
 }
 
-// A reading of a file that stood still while it was read and looks whole.
-std::unique_ptr<HU_TuFlowSummary> ReadWhole(const std::string& path) {
+// A reading of a file that stood still while it was read and looks whole: it ends
+// with a line end, names a status and has no fewer lines than the last whole one
+// (a summary only grows while the run goes on).
+std::unique_ptr<HU_TuFlowSummary> ReadWhole(const std::string& path, std::int64_t& lines) {
   const FileStamp before = Stamp(path);
   if (before.size <= 0) return nullptr;
+  const auto [count, endsWithLineEnd] = LineEnds(path);
   auto summary = HU_TuFlowSummary::Load(path);
-  if (!summary || !(Stamp(path) == before) || !EndsWithLineEnd(path) || summary->GetSimulationStatus().empty())
+  if (!summary || !(Stamp(path) == before) || !endsWithLineEnd || count < lines ||
+      summary->GetSimulationStatus().empty())
     return nullptr;
+  lines = count;
   return summary;
 }
 
@@ -172,11 +185,12 @@ std::string ProgressLine(const HU_TuFlowSummary& s, bool stale, int width) {
   const double percent = std::clamp(s.GetPercentComplete(), 0.0, 100.0);
   const int filled = static_cast<int>(percent / 100.0 * width + 0.5);
   char text[256];
-  std::snprintf(text, sizeof text, "[%s%s] %5.1f%%  sim %.4g/%.4g h  remaining %.3g h  %s%s",
+  char end[32] = "";
+  if (s.GetSimEndTime() > 0) std::snprintf(end, sizeof end, " of %.4g", s.GetSimEndTime());
+  std::snprintf(text, sizeof text, "[%s%s] %5.1f%%  sim %.4g%s h  remaining %.3g h  %s%s",
                 std::string(static_cast<std::size_t>(filled), '#').c_str(),
-                std::string(static_cast<std::size_t>(width - filled), '.').c_str(), percent, s.GetSimulationTime(),
-                s.GetSimEndTime(), s.GetRemainingTime(), s.GetSimulationStatus().c_str(),
-                stale ? "  (file being written)" : "");
+                std::string(static_cast<std::size_t>(width - filled), '.').c_str(), percent, s.GetSimulationTime(), end,
+                s.GetRemainingTime(), s.GetSimulationStatus().c_str(), stale ? "  (file being written)" : "");
   return text;
 }
 
@@ -188,8 +202,10 @@ int Watch(const std::string& path, double interval) {
   sigaction(SIGINT, &action, nullptr);
   std::unique_ptr<HU_TuFlowSummary> good;
   std::string shown;
+  bool settled = false;
+  std::int64_t lines = 0;
   for (;;) {
-    auto fresh = ReadWhole(path);
+    auto fresh = ReadWhole(path, lines);
     const bool stale = !fresh;
     if (fresh) good = std::move(fresh);
     const std::string line = good ? ProgressLine(*good, stale, 30) : "waiting for " + Quoted(path) + " to be written";
@@ -197,10 +213,18 @@ int Watch(const std::string& path, double interval) {
       std::printf("\r\033[K%s", line.c_str());
     } else if (line != shown && !stale) {
       std::printf("%s\n", line.c_str());
+      shown = line;
     }
-    shown = line;
     std::fflush(stdout);
-    if (good && RunEnded(good->GetSimulationStatus())) break;
+    if (good && RunEnded(good->GetSimulationStatus())) {
+      // The engine writes the status first: give it one more interval to finish the file.
+      if (!settled) {
+        settled = true;
+        std::this_thread::sleep_for(std::chrono::duration<double>(std::min(interval, 2.0)));
+        continue;
+      }
+      break;
+    }
     for (double waited = 0; waited < interval && !interrupted; waited += 0.05)
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     if (interrupted) break;
