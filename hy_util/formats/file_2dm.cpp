@@ -101,7 +101,6 @@ CHU_File2DM::~CHU_File2DM() { Close(); }
 
 bool CHU_File2DM::Open(const char* fileName) {
   Close();
-  block_.assign(kBlockSize, '\0');
   lineCount_ = 0;
   fileOpen_ = fileName != nullptr && file_.Open(fileName, HU_modeRead | HU_shareDenyWrite | HU_typeBinary);
   return fileOpen_;
@@ -162,7 +161,8 @@ bool CHU_File2DM::Read() {
 // makes the buffer grow to hold it.
 bool CHU_File2DM::ReadBlocks() {
   std::vector<char>& buffer = block_;
-  if (buffer.size() < kBlockSize) buffer.resize(kBlockSize);
+  // A small file is read in one go with a buffer of its size.
+  buffer.resize(static_cast<std::size_t>(std::min<std::int64_t>(kBlockSize, fileSize_ + 1)));
   std::size_t held = 0;
   ParsedPart part;
   bool atEnd = false;

@@ -57,7 +57,7 @@ class CHU_File2DM {
   // The most fields any card read here has (MESH2D and E4Q: the name and 8 numbers).
   static constexpr std::int32_t C_MAX_TOKENS = 9;
   // The largest grid a MESH2D card may declare, in nodes.
-  static constexpr std::int64_t kMaxGridNodes = 50'000'000;
+  static constexpr std::int64_t kMaxGridNodes = 30'000'000;
   // An id may always grow a table to this size, whatever the file's size.
   static constexpr std::int64_t kMinIdBound = 4096;
 
