@@ -14,8 +14,10 @@
 namespace {
 
 constexpr double kFeetPerMetre = 3.28084;
-// Bytes read at a time; each block is parsed in two halves.
-constexpr std::size_t kBlockSize = std::size_t{2} << 20;
+// Bytes read at a time, a sixteenth of the file within these bounds, so that the
+// buffers stay small beside the tables; each block is parsed in two halves.
+constexpr std::int64_t kMinBlockSize = std::int64_t{256} << 10;
+constexpr std::int64_t kMaxBlockSize = std::int64_t{2} << 20;
 // Blocks smaller than this are not worth a second thread.
 constexpr std::size_t kParallelMinimum = std::size_t{64} << 10;
 constexpr std::size_t kMaxSkippedKinds = 64;
@@ -162,7 +164,8 @@ bool CHU_File2DM::Read() {
 bool CHU_File2DM::ReadBlocks() {
   std::vector<char>& buffer = block_;
   // A small file is read in one go with a buffer of its size.
-  buffer.resize(static_cast<std::size_t>(std::min<std::int64_t>(kBlockSize, fileSize_ + 1)));
+  const std::int64_t blockSize = std::clamp(fileSize_ / 16, kMinBlockSize, kMaxBlockSize);
+  buffer.resize(static_cast<std::size_t>(std::min(blockSize, fileSize_ + 1)));
   std::size_t held = 0;
   ParsedPart part;
   bool atEnd = false;
@@ -346,15 +349,22 @@ bool CHU_File2DM::GrowNodes(std::int64_t size) {
 
 void CHU_File2DM::ApplyNode(const Card& card, std::int64_t line) {
   const std::int32_t id = card.ints[0];
-  if (id < 1 || !GrowNodes(id)) {
-    Refuse(line, "ND id " + std::to_string(id) + (id < 1 ? " is below 1" : " lies far beyond the file's nodes"));
-    return;
+  if (id >= 1 && static_cast<std::size_t>(id) == x_.size() + 1) {  // the usual case: the next node
+    x_.push_back(card.reals[0]);
+    y_.push_back(card.reals[1]);
+    z_.push_back(card.reals[2]);
+    lowered_.push_back(0);
+  } else {
+    if (id < 1 || !GrowNodes(id)) {
+      Refuse(line, "ND id " + std::to_string(id) + (id < 1 ? " is below 1" : " lies far beyond the file's nodes"));
+      return;
+    }
+    const auto index = static_cast<std::size_t>(id - 1);
+    x_[index] = card.reals[0];
+    y_[index] = card.reals[1];
+    z_[index] = card.reals[2];
+    lowered_[index] = 0;
   }
-  const auto index = static_cast<std::size_t>(id - 1);
-  x_[index] = card.reals[0];
-  y_[index] = card.reals[1];
-  z_[index] = card.reals[2];
-  lowered_[index] = 0;
   highestNodeId_ = std::max(highestNodeId_, id);
   nodeCount_ = std::max<std::int64_t>(nodeCount_, id);
 }
@@ -370,7 +380,8 @@ void CHU_File2DM::ApplyQuad(const Card& card, std::int64_t line) {
       Refuse(line, "E4Q id " + std::to_string(id) + " lies far beyond the file's cells");
       return;
     }
-    cells_.resize(static_cast<std::size_t>(id) + 1);
+    if (static_cast<std::size_t>(id) == cells_.size()) cells_.emplace_back();  // the usual case: the next cell
+    else cells_.resize(static_cast<std::size_t>(id) + 1);
     cellCount_ = std::max(cellCount_, id + 1);
   }
   CellRecord& cell = cells_[static_cast<std::size_t>(id)];
