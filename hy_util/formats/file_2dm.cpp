@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
+#include <system_error>
 #include <limits>
 #include <new>
+#include <stdexcept>
 #include <string_view>
 #include <thread>
 
@@ -144,6 +145,9 @@ bool CHU_File2DM::Read() {
   } catch (const std::bad_alloc&) {
     Clear();
     return false;
+  } catch (const std::length_error&) {
+    Clear();
+    return false;
   }
   if (highestNodeId_ < 0) return false;
   const auto nodes = static_cast<std::size_t>(highestNodeId_);
@@ -219,14 +223,21 @@ void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& par
     const void* lineEnd = std::memchr(first + size / 2, '\n', size - size / 2);
     if (lineEnd != nullptr) middle = static_cast<const char*>(lineEnd) + 1;
   }
-  std::thread worker;
+  // The worker is joined however this function is left; it reports running out of
+  // memory through the flag, and this thread raises it again.
+  bool workerFailed = false;
+  std::jthread worker;
   if (middle != last) {
     part.Clear();
-    part.cards.reserve(static_cast<std::size_t>(last - middle) / 32);
     try {
-      worker = std::thread([&part, middle, last, factor] {
-        part.lines = ParseLines(middle, last, factor, [&part](const Card& card) { part.cards.push_back(card); },
-                                part.others);
+      part.cards.reserve(static_cast<std::size_t>(last - middle) / 32);
+      worker = std::jthread([&part, &workerFailed, middle, last, factor] {
+        try {
+          part.lines = ParseLines(middle, last, factor, [&part](const Card& card) { part.cards.push_back(card); },
+                                  part.others);
+        } catch (const std::bad_alloc&) {
+          workerFailed = true;
+        }
       });
     } catch (const std::system_error&) {
       middle = last;  // no thread to be had: one pass over the block
@@ -240,6 +251,7 @@ void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& par
   FinishPart(others, lines);
   if (!worker.joinable()) return;
   worker.join();
+  if (workerFailed) throw std::bad_alloc();
   const std::int64_t partFirstLine = lineCount_ + 1;
   for (const Card& card : part.cards) Apply(card, partFirstLine + card.line);
   FinishPart(part.others, part.lines);
