@@ -1,6 +1,10 @@
 #include "hy_util/formats/file_2dm.h"
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 #include <cstring>
 #include <system_error>
 #include <limits>
@@ -54,6 +58,94 @@ struct CHU_File2DM::ParsedPart {
     others.clear();
     lines = 0;
   }
+};
+
+// A thread that parses the tail of a block into a list of cards when it gets to
+// it in time. The reading thread offers the tail, parses the head, then takes the
+// tail back: if the worker has not started on it, the reading thread parses it
+// itself rather than wait for a worker that a busy machine has not scheduled.
+class CHU_File2DM::TailWorker {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  TailWorker() : thread_([this] { Run(); }) {}
+  ~TailWorker() {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      stop_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+  }
+  TailWorker(const TailWorker&) = delete;
+  TailWorker& operator=(const TailWorker&) = delete;
+
+  void Offer(const char* from, const char* to, double factor, ParsedPart& part) {
+    {
+      std::lock_guard<std::mutex> lock(mutex_);
+      from_ = from, to_ = to, factor_ = factor, part_ = &part;
+      state_ = kOffered;
+      start_ = Clock::now();
+    }
+    changed_.notify_all();
+  }
+
+  // True when the worker parsed the tail (waiting for it to finish); false when it
+  // had not started, and the tail is the caller's again. Throws std::bad_alloc
+  // when the worker ran out of memory.
+  bool TakeBack(double& seconds) {
+    std::unique_lock<std::mutex> lock(mutex_);
+    if (state_ == kOffered) {
+      state_ = kIdle;
+      return false;
+    }
+    changed_.wait(lock, [this] { return state_ == kDone; });
+    state_ = kIdle;
+    seconds = std::chrono::duration<double>(end_ - start_).count();
+    if (failed_) throw std::bad_alloc();
+    return true;
+  }
+
+ private:
+  enum State { kIdle, kOffered, kTaken, kDone };
+
+  void Run() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    for (;;) {
+      changed_.wait(lock, [this] { return stop_ || state_ == kOffered; });
+      if (stop_) return;
+      state_ = kTaken;
+      const char* const from = from_;
+      const char* const to = to_;
+      const double factor = factor_;
+      ParsedPart& part = *part_;
+      lock.unlock();
+      bool failed = false;
+      try {
+        part.lines = ParseLines(from, to, factor, [&part](const Card& card) { part.cards.push_back(card); },
+                                part.others);
+      } catch (const std::bad_alloc&) {
+        failed = true;
+      }
+      lock.lock();
+      failed_ = failed;
+      end_ = Clock::now();
+      state_ = kDone;
+      changed_.notify_all();
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  State state_ = kIdle;
+  bool stop_ = false;
+  bool failed_ = false;
+  const char* from_ = nullptr;
+  const char* to_ = nullptr;
+  double factor_ = 1.0;
+  ParsedPart* part_ = nullptr;
+  Clock::time_point start_, end_;
+  std::thread thread_;  // last: starts when everything it reads is ready
 };
 
 namespace {
@@ -141,6 +233,8 @@ bool CHU_File2DM::Read() {
   try {
     if (!file_.Seek(0, SEEK_SET)) return false;
     fileSize_ = std::max<std::int64_t>(file_.GetLength(), 0);
+    cores_ = std::thread::hardware_concurrency();
+    workerShare_ = 0.5;
     if (!ReadBlocks()) return false;
   } catch (const std::bad_alloc&) {
     Clear();
@@ -172,6 +266,14 @@ bool CHU_File2DM::ReadBlocks() {
   buffer.resize(static_cast<std::size_t>(std::min(blockSize, fileSize_ + 1)));
   std::size_t held = 0;
   ParsedPart part;
+  std::unique_ptr<TailWorker> worker;  // after part: it stops before part goes
+  if (parallel_ && cores_ > 1 && fileSize_ >= static_cast<std::int64_t>(kParallelMinimum)) {
+    try {
+      worker = std::make_unique<TailWorker>();
+    } catch (const std::system_error&) {
+      // no thread to be had: one thread reads
+    }
+  }
   bool atEnd = false;
   while (!atEnd) {
     if (held == buffer.size()) buffer.resize(buffer.size() * 2);
@@ -189,7 +291,7 @@ bool CHU_File2DM::ReadBlocks() {
       }
       complete = static_cast<std::size_t>(static_cast<const char*>(lastEnd) - data) + 1;
     }
-    if (complete > 0) ReadBlock(buffer.data(), buffer.data() + complete, part);
+    if (complete > 0) ReadBlock(buffer.data(), buffer.data() + complete, part, worker.get());
     held = filled - complete;
     std::memmove(buffer.data(), buffer.data() + complete, held);
   }
@@ -212,49 +314,49 @@ std::int64_t CHU_File2DM::ParseLines(const char* from, const char* to, double fa
   return lines;
 }
 
-// Applies the cards of a block in file order. When a second thread pays, it
-// parses the second half of the block into a list of cards while this thread
-// parses and applies the first half; the list is applied after it.
-void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& part) {
+// Applies the cards of a block in file order. With a worker, the tail of the
+// block is offered to it while this thread parses and applies the head; the
+// worker's list of cards is applied after it. The tail's share follows how fast
+// each side went on the block before.
+void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& part, TailWorker* worker) {
   const double factor = UnitsToFeet() ? kFeetPerMetre : 1.0;
   const auto size = static_cast<std::size_t>(last - first);
   const char* middle = last;
-  if (parallel_ && size >= kParallelMinimum && std::thread::hardware_concurrency() > 1) {
-    const void* lineEnd = std::memchr(first + size / 2, '\n', size - size / 2);
+  if (worker != nullptr && size >= kParallelMinimum) {
+    const auto head = static_cast<std::size_t>(static_cast<double>(size) * (1.0 - workerShare_));
+    const void* lineEnd = std::memchr(first + head, '\n', size - head);
     if (lineEnd != nullptr) middle = static_cast<const char*>(lineEnd) + 1;
   }
-  // The worker is joined however this function is left; it reports running out of
-  // memory through the flag, and this thread raises it again.
-  bool workerFailed = false;
-  std::jthread worker;
   if (middle != last) {
     part.Clear();
-    try {
-      part.cards.reserve(static_cast<std::size_t>(last - middle) / 32);
-      worker = std::jthread([&part, &workerFailed, middle, last, factor] {
-        try {
-          part.lines = ParseLines(middle, last, factor, [&part](const Card& card) { part.cards.push_back(card); },
-                                  part.others);
-        } catch (const std::bad_alloc&) {
-          workerFailed = true;
-        }
-      });
-    } catch (const std::system_error&) {
-      middle = last;  // no thread to be had: one pass over the block
-    }
+    part.cards.reserve(static_cast<std::size_t>(last - middle) / 32);
+    worker->Offer(middle, last, factor, part);
   }
-  std::vector<std::string_view> others;
-  const std::int64_t firstLine = lineCount_ + 1;
-  const std::int64_t lines =
-      ParseLines(first, middle, factor, [this, firstLine](const Card& card) { Apply(card, firstLine + card.line); },
-                 others);
-  FinishPart(others, lines);
-  if (!worker.joinable()) return;
-  worker.join();
-  if (workerFailed) throw std::bad_alloc();
+  const auto start = std::chrono::steady_clock::now();
+  ParseAndApply(first, middle, factor);
+  if (middle == last) return;
+  const double headSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  double tailSeconds = 0;
+  if (!worker->TakeBack(tailSeconds)) {
+    ParseAndApply(middle, last, factor);
+    return;
+  }
   const std::int64_t partFirstLine = lineCount_ + 1;
   for (const Card& card : part.cards) Apply(card, partFirstLine + card.line);
   FinishPart(part.others, part.lines);
+  // Bytes per second on each side, and the share that would have ended both together.
+  const double headRate = static_cast<double>(middle - first) / std::max(1e-9, headSeconds);
+  const double tailRate = static_cast<double>(last - middle) / std::max(1e-9, tailSeconds);
+  workerShare_ = std::clamp(0.5 * workerShare_ + 0.5 * tailRate / (headRate + tailRate), 1.0 / 16, 0.75);
+}
+
+void CHU_File2DM::ParseAndApply(const char* first, const char* last, double factor) {
+  std::vector<std::string_view> others;
+  const std::int64_t firstLine = lineCount_ + 1;
+  const std::int64_t lines =
+      ParseLines(first, last, factor, [this, firstLine](const Card& card) { Apply(card, firstLine + card.line); },
+                 others);
+  FinishPart(others, lines);
 }
 
 template <class Sink>

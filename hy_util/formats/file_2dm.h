@@ -154,7 +154,9 @@ class CHU_File2DM {
                         std::vector<std::string_view>& others);
   void Clear();
   bool ReadBlocks();
-  void ReadBlock(const char* first, const char* last, ParsedPart& part);
+  class TailWorker;
+  void ReadBlock(const char* first, const char* last, ParsedPart& part, TailWorker* worker);
+  void ParseAndApply(const char* first, const char* last, double factor);
   void Apply(const Card& card, std::int64_t line);
   void FinishPart(const std::vector<std::string_view>& others, std::int64_t lines);
   void ApplyGrid(const Card& card, std::int64_t line);
@@ -171,6 +173,8 @@ class CHU_File2DM {
   std::vector<char> block_;  // the read buffer, created by Open
   std::int64_t fileSize_ = 0;
   bool parallel_ = true;
+  unsigned cores_ = 1;
+  double workerShare_ = 0.5;  // of each block, for the worker thread
 
   std::int64_t nodeCount_ = 0;  // declared nodes (MESH2D), raised by ND ids
   std::int64_t gridNodes_ = 0;  // as MESH2D declared them, for the growth bound
