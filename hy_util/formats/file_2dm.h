@@ -32,16 +32,18 @@
 //
 // Sizes from the file are bounded, so that a hostile file cannot allocate
 // gigabytes. A MESH2D card is honoured while its (nx + 1) x (ny + 1) nodes stay
-// within kMaxGridNodes (no real grid model comes near) and nx, ny are not
+// within kMaxGridNodes (30 million, beyond the grid models in use) and nx, ny are not
 // negative; an ND or E4Q id may lie beyond the declared grid by at most
 // kMinIdBound + file size / 4 (a card takes more than 4 bytes, so this leaves room
 // for ordinary gaps in the numbering). A card beyond either bound, and an ND with
 // id < 1 or an E4Q with id < 0, is refused: skipped and counted, and reading goes
 // on. Memory is taken as the cards arrive, not when MESH2D declares the grid.
 //
-// Reading: the file is read in large blocks and, on a machine with two cores or
-// more, each block is parsed by two threads; the cards are then applied in file
-// order, so the result is the same as a line-by-line reading.
+// Reading: the file is read in large blocks. On a machine with two cores or more a
+// worker thread parses the tail of each block while the reading thread parses the
+// head (the reading thread takes the tail back when the worker has not started on
+// it); the cards are applied in file order, so the result is the same as a
+// line-by-line reading. The object is not shared between threads.
 
 #include <cstdint>
 #include <string>
