@@ -46,3 +46,6 @@
 #include "hy_util/grids/grid_converter.h"
 #include "hy_util/grids/grid_row_codec.h"
 #include "hy_util/grids/grid_row_source.h"
+
+#include "hy_util/formats/file_2dm.h"
+#include "hy_util/formats/tuflow_summary.h"
