@@ -209,6 +209,22 @@ TEST(File2DMTest, SizesFromTheFileAreBounded) {
   EXPECT_EQ(sparse.file.GetVertexCount(), 100000);
 }
 
+// A file cut anywhere (the writer still busy, a truncated copy) reads what its
+// complete cards say, or fails when no ND or MESH2D card is left.
+TEST(File2DMTest, AFileCutAnywhereReadsItsCompleteCards) {
+  for (std::size_t cut = 0; cut <= kTwoCells.size(); ++cut) {
+    const std::string part = kTwoCells.substr(0, cut);
+    Mesh m(part);
+    EXPECT_EQ(m.read, cut >= 6) << cut;  // "MESH2D" complete
+    if (!m.read) continue;
+    const std::string whole = part.substr(0, part.rfind('\n') + 1);  // empty when there is no line end
+    int complete = 0;
+    for (std::size_t at = whole.find("ND "); at != std::string::npos; at = whole.find("ND ", at + 1)) ++complete;
+    EXPECT_GE(m.file.GetVertexCount(), complete) << cut;
+    EXPECT_LE(m.file.GetVertexCount(), complete + 1) << cut;  // the card cut after its id counts too
+  }
+}
+
 TEST(File2DMTest, LongLinesAndBlockBoundariesChangeNothing) {
   std::ostringstream text;
   text << "MESH2D 0 0 0 300 300 1 1 0.5\n# " << std::string(5 << 20, 'x') << "\n";
