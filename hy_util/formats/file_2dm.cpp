@@ -1,5 +1,7 @@
 #include "hy_util/formats/file_2dm.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -62,13 +64,16 @@ struct CHU_File2DM::ParsedPart {
 
 // A thread that parses the tail of a block into a list of cards when it gets to
 // it in time. The reading thread offers the tail, parses the head, then takes the
-// tail back: if the worker has not started on it, the reading thread parses it
-// itself rather than wait for a worker that a busy machine has not scheduled.
+// tail back. When the worker has not started on it, or has not finished by the
+// deadline (a busy machine gave it no core), the reading thread parses the tail
+// itself instead of waiting; the worker's late result is dropped. The worker reads
+// its own copy of the tail from the file, so that it never touches the reading
+// thread's buffer, and is offered nothing while it is still busy.
 class CHU_File2DM::TailWorker {
  public:
   using Clock = std::chrono::steady_clock;
 
-  TailWorker() : thread_([this] { Run(); }) {}
+  explicit TailWorker(int fd) : fd_(fd), thread_([this] { Run(); }) {}
   ~TailWorker() {
     {
       std::lock_guard<std::mutex> lock(mutex_);
@@ -80,31 +85,40 @@ class CHU_File2DM::TailWorker {
   TailWorker(const TailWorker&) = delete;
   TailWorker& operator=(const TailWorker&) = delete;
 
-  void Offer(const char* from, const char* to, double factor, ParsedPart& part) {
+  // Offers the bytes at [offset, offset + length) of the file; false while the
+  // worker is still busy with a tail it was too late for.
+  bool Offer(std::int64_t offset, std::size_t length, double factor) {
     {
       std::lock_guard<std::mutex> lock(mutex_);
-      from_ = from, to_ = to, factor_ = factor, part_ = &part;
+      if (state_ != kIdle) return false;
+      offset_ = offset, length_ = length, factor_ = factor;
       state_ = kOffered;
       start_ = Clock::now();
     }
     changed_.notify_all();
+    return true;
   }
 
-  // True when the worker parsed the tail (waiting for it to finish); false when it
-  // had not started, and the tail is the caller's again. Throws std::bad_alloc
-  // when the worker ran out of memory.
-  bool TakeBack(double& seconds) {
+  // True when the worker parsed the tail: its cards are in Part() until the next
+  // offer. False when the tail is the caller's again. Throws std::bad_alloc when
+  // the worker ran out of memory.
+  bool TakeBack(Clock::time_point deadline, double& seconds) {
     std::unique_lock<std::mutex> lock(mutex_);
     if (state_ == kOffered) {
       state_ = kIdle;
       return false;
     }
-    changed_.wait(lock, [this] { return state_ == kDone; });
+    if (!changed_.wait_until(lock, deadline, [this] { return state_ == kDone; })) {
+      late_ = true;  // the worker drops its result and becomes idle when it ends
+      return false;
+    }
     state_ = kIdle;
     seconds = std::chrono::duration<double>(end_ - start_).count();
     if (failed_) throw std::bad_alloc();
-    return true;
+    return complete_;
   }
+
+  const ParsedPart& Part() const { return part_; }
 
  private:
   enum State { kIdle, kOffered, kTaken, kDone };
@@ -115,36 +129,61 @@ class CHU_File2DM::TailWorker {
       changed_.wait(lock, [this] { return stop_ || state_ == kOffered; });
       if (stop_) return;
       state_ = kTaken;
-      const char* const from = from_;
-      const char* const to = to_;
+      const std::int64_t offset = offset_;
+      const std::size_t length = length_;
       const double factor = factor_;
-      ParsedPart& part = *part_;
       lock.unlock();
       bool failed = false;
+      bool complete = false;
       try {
-        part.lines = ParseLines(from, to, factor, [&part](const Card& card) { part.cards.push_back(card); },
-                                part.others);
+        complete = ParseTail(offset, length, factor);
       } catch (const std::bad_alloc&) {
         failed = true;
       }
       lock.lock();
-      failed_ = failed;
       end_ = Clock::now();
-      state_ = kDone;
+      if (late_) {
+        late_ = false;
+        state_ = kIdle;
+      } else {
+        failed_ = failed;
+        complete_ = complete;
+        state_ = kDone;
+      }
       changed_.notify_all();
     }
   }
 
+  // False when the file no longer holds all of the tail.
+  bool ParseTail(std::int64_t offset, std::size_t length, double factor) {
+    part_.Clear();
+    text_.resize(length);
+    std::size_t got = 0;
+    while (got < length) {
+      const ssize_t n = pread(fd_, text_.data() + got, length - got, static_cast<off_t>(offset) + static_cast<off_t>(got));
+      if (n <= 0) return false;
+      got += static_cast<std::size_t>(n);
+    }
+    part_.cards.reserve(length / 32);
+    part_.lines = ParseLines(text_.data(), text_.data() + length, factor,
+                             [this](const Card& card) { part_.cards.push_back(card); }, part_.others);
+    return true;
+  }
+
+  const int fd_;
   std::mutex mutex_;
   std::condition_variable changed_;
   State state_ = kIdle;
   bool stop_ = false;
+  bool late_ = false;
   bool failed_ = false;
-  const char* from_ = nullptr;
-  const char* to_ = nullptr;
+  bool complete_ = false;
+  std::int64_t offset_ = 0;
+  std::size_t length_ = 0;
   double factor_ = 1.0;
-  ParsedPart* part_ = nullptr;
   Clock::time_point start_, end_;
+  std::vector<char> text_;  // the worker's copy of the tail
+  ParsedPart part_;
   std::thread thread_;  // last: starts when everything it reads is ready
 };
 
@@ -265,11 +304,12 @@ bool CHU_File2DM::ReadBlocks() {
   const std::int64_t blockSize = std::clamp(fileSize_ / 16, kMinBlockSize, kMaxBlockSize);
   buffer.resize(static_cast<std::size_t>(std::min(blockSize, fileSize_ + 1)));
   std::size_t held = 0;
-  ParsedPart part;
-  std::unique_ptr<TailWorker> worker;  // after part: it stops before part goes
-  if (parallel_ && cores_ > 1 && fileSize_ >= static_cast<std::int64_t>(kParallelMinimum)) {
+  std::int64_t bufferStart = 0;  // file offset of the buffer's first byte
+  std::unique_ptr<TailWorker> worker;
+  if (parallel_ && cores_ > 1 && fileSize_ >= static_cast<std::int64_t>(kParallelMinimum) &&
+      file_.Stream() != nullptr) {
     try {
-      worker = std::make_unique<TailWorker>();
+      worker = std::make_unique<TailWorker>(fileno(file_.Stream()));
     } catch (const std::system_error&) {
       // no thread to be had: one thread reads
     }
@@ -291,7 +331,8 @@ bool CHU_File2DM::ReadBlocks() {
       }
       complete = static_cast<std::size_t>(static_cast<const char*>(lastEnd) - data) + 1;
     }
-    if (complete > 0) ReadBlock(buffer.data(), buffer.data() + complete, part, worker.get());
+    if (complete > 0) ReadBlock(buffer.data(), buffer.data() + complete, bufferStart, worker.get());
+    bufferStart += static_cast<std::int64_t>(complete);
     held = filled - complete;
     std::memmove(buffer.data(), buffer.data() + complete, held);
   }
@@ -318,7 +359,8 @@ std::int64_t CHU_File2DM::ParseLines(const char* from, const char* to, double fa
 // block is offered to it while this thread parses and applies the head; the
 // worker's list of cards is applied after it. The tail's share follows how fast
 // each side went on the block before.
-void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& part, TailWorker* worker) {
+void CHU_File2DM::ReadBlock(const char* first, const char* last, std::int64_t offset, TailWorker* worker) {
+  using Clock = TailWorker::Clock;
   const double factor = UnitsToFeet() ? kFeetPerMetre : 1.0;
   const auto size = static_cast<std::size_t>(last - first);
   const char* middle = last;
@@ -327,24 +369,26 @@ void CHU_File2DM::ReadBlock(const char* first, const char* last, ParsedPart& par
     const void* lineEnd = std::memchr(first + head, '\n', size - head);
     if (lineEnd != nullptr) middle = static_cast<const char*>(lineEnd) + 1;
   }
-  if (middle != last) {
-    part.Clear();
-    part.cards.reserve(static_cast<std::size_t>(last - middle) / 32);
-    worker->Offer(middle, last, factor, part);
-  }
-  const auto start = std::chrono::steady_clock::now();
+  if (middle != last &&
+      !worker->Offer(offset + (middle - first), static_cast<std::size_t>(last - middle), factor))
+    middle = last;  // the worker is still busy with a tail it was too late for
+  const Clock::time_point start = Clock::now();
   ParseAndApply(first, middle, factor);
   if (middle == last) return;
-  const double headSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const Clock::time_point headEnd = Clock::now();
+  // The worker had as long as the head took; it gets half as long again.
   double tailSeconds = 0;
-  if (!worker->TakeBack(tailSeconds)) {
+  if (!worker->TakeBack(headEnd + (headEnd - start) / 2 + std::chrono::microseconds(200), tailSeconds)) {
+    workerShare_ = std::max(1.0 / 16, workerShare_ * 0.75);
     ParseAndApply(middle, last, factor);
     return;
   }
+  const ParsedPart& part = worker->Part();
   const std::int64_t partFirstLine = lineCount_ + 1;
   for (const Card& card : part.cards) Apply(card, partFirstLine + card.line);
   FinishPart(part.others, part.lines);
   // Bytes per second on each side, and the share that would have ended both together.
+  const double headSeconds = std::chrono::duration<double>(headEnd - start).count();
   const double headRate = static_cast<double>(middle - first) / std::max(1e-9, headSeconds);
   const double tailRate = static_cast<double>(last - middle) / std::max(1e-9, tailSeconds);
   workerShare_ = std::clamp(0.5 * workerShare_ + 0.5 * tailRate / (headRate + tailRate), 1.0 / 16, 0.75);

@@ -41,9 +41,10 @@
 //
 // Reading: the file is read in large blocks. On a machine with two cores or more a
 // worker thread parses the tail of each block while the reading thread parses the
-// head (the reading thread takes the tail back when the worker has not started on
-// it); the cards are applied in file order, so the result is the same as a
-// line-by-line reading. The object is not shared between threads.
+// head (the reading thread takes the tail back when the worker is late, so a busy
+// machine costs no waiting); the cards are applied in file order, so the result is
+// the same as a line-by-line reading. The file must not change while it is read.
+// The object is not shared between threads.
 
 #include <cstdint>
 #include <string>
@@ -157,7 +158,7 @@ class CHU_File2DM {
   void Clear();
   bool ReadBlocks();
   class TailWorker;
-  void ReadBlock(const char* first, const char* last, ParsedPart& part, TailWorker* worker);
+  void ReadBlock(const char* first, const char* last, std::int64_t offset, TailWorker* worker);
   void ParseAndApply(const char* first, const char* last, double factor);
   void Apply(const Card& card, std::int64_t line);
   void FinishPart(const std::vector<std::string_view>& others, std::int64_t lines);
