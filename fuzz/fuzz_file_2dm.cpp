@@ -66,7 +66,7 @@ bool ReadBoth(CHU_File2DM& parallel, CHU_File2DM& serial) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size >= 32 && data[0] % 8 == 0) {
     std::string repeated;
-    while (repeated.size() < (std::size_t{160} << 10)) repeated.append(reinterpret_cast<const char*>(data), size);
+    while (repeated.size() < (std::size_t{72} << 10)) repeated.append(reinterpret_cast<const char*>(data), size);
     if (hyfuzz::WriteFile(ScratchPath(), reinterpret_cast<const std::uint8_t*>(repeated.data()), repeated.size())) {
       CHU_File2DM parallel, serial;
       ReadBoth(parallel, serial);
