@@ -60,3 +60,5 @@
 #include "hy_util/formats/mid_mif_file.h"
 #include "hy_util/formats/mif_export.h"
 #include "hy_util/formats/mif_import.h"
+#include "hy_util/formats/file_2dm.h"
+#include "hy_util/formats/tuflow_summary.h"

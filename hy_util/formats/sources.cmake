@@ -4,4 +4,6 @@ target_sources(hy_util PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/mid_mif_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mif_export.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mif_import.cpp
+  formats/file_2dm.cpp
+  formats/tuflow_summary.cpp
 )

@@ -41,5 +41,8 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 // "hyutil units ..." (convert, list) and "hyutil curve".
 void AddUnitsCommands(CLI::App& app, int& exitCode);
 void AddCurveCommands(CLI::App& app, int& exitCode);
+// "hyutil mesh ..." (2DM files) and "hyutil run ..." (TUFLOW run summaries).
+void AddMeshCommands(CLI::App& app, int& exitCode);
+void AddRunCommands(CLI::App& app, int& exitCode);
 
 }  // namespace hyutil
