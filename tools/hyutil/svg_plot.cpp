@@ -127,19 +127,27 @@ std::string Series(const Canvas& canvas, const SvgSeries& s) {
   return "<path d=\"" + path + "\" fill=\"none\" stroke-width=\"2\" stroke=\"" + Escape(s.colour) + "\"/>\n";
 }
 
-constexpr double kLegendWidth = 190, kLegendRow = 18;
+constexpr double kLegendRow = 18;
+
+// Wide enough for the longest label at about 7 pixels a character.
+double LegendWidth(const std::vector<SvgSeries>& series) {
+  std::size_t longest = 0;
+  for (const SvgSeries& s : series) longest = std::max(longest, s.label.size());
+  return 48 + 7 * static_cast<double>(longest);
+}
 
 // The legend goes in the upper corner that covers fewer drawn points.
 double LegendLeft(const Canvas& canvas, const std::vector<SvgSeries>& series) {
-  const double left = kLeft + 8, right = kWidth - kRight - kLegendWidth - 8;
+  const double width = LegendWidth(series);
+  const double left = kLeft + 8, right = kWidth - kRight - width - 8;
   const double bottom = kTop + 8 + kLegendRow * static_cast<double>(series.size());
   int inLeft = 0, inRight = 0;
   for (const SvgSeries& s : series) {
     for (const auto& [x, y] : s.points) {
       const double px = canvas.X(x), py = canvas.Y(y);
       if (py > bottom) continue;
-      if (px >= left && px <= left + kLegendWidth) ++inLeft;
-      if (px >= right && px <= right + kLegendWidth) ++inRight;
+      if (px >= left && px <= left + width) ++inLeft;
+      if (px >= right && px <= right + width) ++inRight;
     }
   }
   return inLeft <= inRight ? left : right;
@@ -150,7 +158,7 @@ std::string Legend(const Canvas& canvas, const std::vector<SvgSeries>& series) {
   std::string svg = Format(
       "<rect x=\"%.2f\" y=\"%.2f\" width=\"%.2f\" height=\"%.2f\" fill=\"white\" fill-opacity=\"0.85\" "
       "stroke=\"#bbb\"/>\n",
-      x, kTop + 8, kLegendWidth, kLegendRow * static_cast<double>(series.size()) + 8);
+      x, kTop + 8, LegendWidth(series), kLegendRow * static_cast<double>(series.size()) + 8);
   double y = kTop + 26;
   for (const SvgSeries& s : series) {
     svg += s.markers ? Format("<circle cx=\"%.2f\" cy=\"%.2f\" r=\"3.5\"", x + 18, y - 4) + " fill=\"" +
@@ -163,15 +171,15 @@ std::string Legend(const Canvas& canvas, const std::vector<SvgSeries>& series) {
   return svg;
 }
 
-}  // namespace
-
-std::string RenderSvg(const SvgPlot& plot) {
+// One chart, drawn in a kWidth x kHeight box at the origin.
+std::string Panel(const SvgPlot& plot) {
   Range x, y;
   for (const SvgSeries& s : plot.series) {
     for (const auto& [px, py] : s.points) {
       if (std::isfinite(px) && std::isfinite(py)) x.Add(px), y.Add(py);
     }
   }
+  if (plot.includeZero) y.Add(0);
   x.Settle();
   y.Settle();
   const double xMargin = (x.hi - x.lo) * 0.03, yMargin = (y.hi - y.lo) * 0.05;  // markers off the frame
@@ -179,15 +187,11 @@ std::string RenderSvg(const SvgPlot& plot) {
   y.lo -= yMargin, y.hi += yMargin;
   const Canvas canvas(x, y);
 
-  std::string svg = Format(
-      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%.0f\" height=\"%.0f\" viewBox=\"0 0 %.0f %.0f\">\n",
-      kWidth, kHeight, kWidth, kHeight);
-  svg +=
-      "<style>text{font-family:sans-serif;font-size:12px;fill:#222}"
-      ".grid{stroke:#ddd;stroke-width:1}.frame{fill:none;stroke:#444;stroke-width:1}"
-      ".title{font-size:15px;font-weight:bold}</style>\n"
-      "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
-  svg += Axes(canvas, x, y);
+  std::string svg = Axes(canvas, x, y);
+  if (plot.includeZero) {
+    svg += Format("<line x1=\"%.2f\" y1=\"%.2f\" x2=\"%.2f\" y2=\"%.2f\" class=\"zero\"/>\n", kLeft, canvas.Y(0),
+                  kWidth - kRight, canvas.Y(0));
+  }
   for (const SvgSeries& s : plot.series) svg += Series(canvas, s);
   svg += Legend(canvas, plot.series);
   svg += Format("<text x=\"%.2f\" y=\"26\" text-anchor=\"middle\" class=\"title\">", kWidth / 2) +
@@ -197,6 +201,31 @@ std::string RenderSvg(const SvgPlot& plot) {
   svg += Format("<text transform=\"translate(18 %.2f) rotate(-90)\" text-anchor=\"middle\">",
                 (kTop + kHeight - kBottom) / 2) +
          Escape(plot.yLabel) + "</text>\n";
+  return svg;
+}
+
+}  // namespace
+
+std::string RenderSvg(const SvgPlot& plot) { return RenderSvg(std::vector<SvgPlot>{plot}); }
+
+std::string RenderSvg(const std::vector<SvgPlot>& panels) {
+  const double height = kHeight * static_cast<double>(std::max<std::size_t>(panels.size(), 1));
+  std::string svg = Format(
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%.0f\" height=\"%.0f\" viewBox=\"0 0 %.0f %.0f\">\n",
+      kWidth, height, kWidth, height);
+  svg +=
+      "<style>text{font-family:sans-serif;font-size:12px;fill:#222}"
+      ".grid{stroke:#ddd;stroke-width:1}.frame{fill:none;stroke:#444;stroke-width:1}"
+      ".zero{stroke:#444;stroke-dasharray:5 4}.title{font-size:15px;font-weight:bold}</style>\n"
+      "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
+  for (std::size_t i = 0; i < panels.size(); ++i) {
+    if (i == 0) {
+      svg += Panel(panels[i]);
+    } else {
+      svg += Format("<g transform=\"translate(0 %.0f)\">\n", kHeight * static_cast<double>(i)) + Panel(panels[i]) +
+             "</g>\n";
+    }
+  }
   svg += "</svg>\n";
   return svg;
 }

@@ -1,7 +1,8 @@
 #pragma once
-// A small x-y chart as a standalone SVG document: axes with round-numbered ticks
+// Small x-y charts as a standalone SVG document: axes with round-numbered ticks
 // and grid lines, axis labels, a title, and series drawn as lines or as point
 // markers, with a legend. Non-finite values are skipped (a line breaks there).
+// Several charts stack into one document as panels, top to bottom.
 
 #include <string>
 #include <utility>
@@ -21,8 +22,10 @@ struct SvgPlot {
   std::string xLabel;
   std::string yLabel;
   std::vector<SvgSeries> series;
+  bool includeZero = false;  // the y axis reaches 0, drawn as a dashed line
 };
 
 std::string RenderSvg(const SvgPlot& plot);
+std::string RenderSvg(const std::vector<SvgPlot>& panels);
 
 }  // namespace hyutil
