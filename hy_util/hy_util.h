@@ -46,3 +46,7 @@
 #include "hy_util/grids/grid_converter.h"
 #include "hy_util/grids/grid_row_codec.h"
 #include "hy_util/grids/grid_row_source.h"
+
+#include "hy_util/formats/shp_export.h"
+#include "hy_util/formats/shp_file.h"
+#include "hy_util/formats/shp_handles.h"
