@@ -81,4 +81,5 @@ class CHU_DPoint : public CHU_Object {
   std::int16_t m_symbol = -1;
 };
 
+// Points handed to a caller, who owns them.
 using CHU_DPointArray = std::vector<std::unique_ptr<CHU_DPoint>>;

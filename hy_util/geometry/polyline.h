@@ -196,4 +196,5 @@ class CHU_DPolyLine : public CHU_Object {
   void* m_itemData = nullptr;
 };
 
+// Polylines handed to a caller, who owns them.
 using CHU_DPolyLineArray = std::vector<std::unique_ptr<CHU_DPolyLine>>;
