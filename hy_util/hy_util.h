@@ -47,6 +47,10 @@
 #include "hy_util/grids/grid_row_codec.h"
 #include "hy_util/grids/grid_row_source.h"
 
+#include "hy_util/formats/mid_mif_data.h"
+#include "hy_util/formats/mid_mif_file.h"
+#include "hy_util/formats/mif_export.h"
+#include "hy_util/formats/mif_import.h"
 #include "hy_util/formats/shp_export.h"
 #include "hy_util/formats/shp_file.h"
 #include "hy_util/formats/shp_handles.h"
