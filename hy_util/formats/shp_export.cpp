@@ -56,40 +56,42 @@ bool CHU_SHPExport::CreateRecord(int record, int field, const std::string& value
   return DBFWriteStringAttribute(m_hDBF.get(), record, field, value.c_str()) != 0;
 }
 
-void CHU_SHPExport::WriteShape(int shapeId, int nVertices) {
+void CHU_SHPExport::AppendVertex(const CHU_DPoint& p) {
+  m_x.push_back(p.x);
+  m_y.push_back(p.y);
+  m_z.push_back(p.z);
+}
+
+void CHU_SHPExport::WriteShape(int shapeId, bool rewind) {
   if (!m_hSHP) return;
-  const int partStart = 0;
-  HU_SHPObjectPtr shape(SHPCreateObject(m_nExportShapeType, shapeId, nVertices > 1 ? 1 : 0, &partStart, nullptr,
-                                        nVertices, m_x.data(), m_y.data(), m_z.data(), nullptr));
+  const int nVertices = static_cast<int>(m_x.size());
+  HU_SHPObjectPtr shape(SHPCreateObject(m_nExportShapeType, shapeId, static_cast<int>(m_partStarts.size()),
+                                        m_partStarts.data(), nullptr, nVertices, m_x.data(), m_y.data(),
+                                        m_z.data(), nullptr));
   if (!shape) return;
+  if (rewind) SHPRewindObject(m_hSHP.get(), shape.get());
   SHPComputeExtents(shape.get());
   if (SHPWriteObject(m_hSHP.get(), -1, shape.get()) >= 0) ++m_nShapes;
 }
 
 bool CHU_SHPExport::CreatePoint(int shapeId, const CHU_DPoint* point) {
   if (m_nExportShapeType == 0 || shapeId < 0 || !point) return false;
-  m_x.assign(1, point->x);
-  m_y.assign(1, point->y);
-  m_z.assign(1, point->z);
-  WriteShape(shapeId, 1);
+  m_x.clear(), m_y.clear(), m_z.clear(), m_partStarts.clear();
+  AppendVertex(*point);
+  WriteShape(shapeId);
   return true;
 }
 
 bool CHU_SHPExport::CreateChain(int shapeId, const CHU_DPolyLine* chain, const std::vector<double>* zValues) {
   if (m_nExportShapeType == 0 || shapeId < 0 || !chain || chain->GetCount() < 2) return false;
-  const int count = chain->GetCount();
   const bool givenZ = zValues && !zValues->empty();
-  m_x.resize(static_cast<std::size_t>(count));
-  m_y.resize(static_cast<std::size_t>(count));
-  m_z.resize(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) {
-    const CHU_DPoint* p = chain->GetAt(i);
-    const auto at = static_cast<std::size_t>(i);
-    m_x[at] = p->x;
-    m_y[at] = p->y;
-    m_z[at] = givenZ ? (*zValues)[at % zValues->size()] : p->z;
+  m_x.clear(), m_y.clear(), m_z.clear();
+  m_partStarts.assign(1, 0);
+  for (int i = 0; i < chain->GetCount(); ++i) {
+    AppendVertex(*chain->GetAt(i));
+    if (givenZ) m_z.back() = (*zValues)[static_cast<std::size_t>(i) % zValues->size()];
   }
-  WriteShape(shapeId, count);
+  WriteShape(shapeId);
   return true;
 }
 
@@ -99,4 +101,36 @@ bool CHU_SHPExport::CreatePolyline(int shapeId, const CHU_DPolyLine* line, const
 
 bool CHU_SHPExport::CreatePolygon(int shapeId, const CHU_DPolygon* polygon, const std::vector<double>* zValues) {
   return CreateChain(shapeId, polygon, zValues);
+}
+
+bool CHU_SHPExport::CreateParts(int shapeId, const std::vector<const CHU_DPolyLine*>& parts, bool rings) {
+  if (m_nExportShapeType == 0 || shapeId < 0) return false;
+  m_x.clear(), m_y.clear(), m_z.clear(), m_partStarts.clear();
+  for (const CHU_DPolyLine* part : parts) {
+    if (!part || part->GetCount() < 2) continue;
+    m_partStarts.push_back(static_cast<int>(m_x.size()));
+    for (int i = 0; i < part->GetCount(); ++i) AppendVertex(*part->GetAt(i));
+    const CHU_DPoint& first = *part->GetAt(0);
+    const CHU_DPoint& last = *part->GetAt(part->GetCount() - 1);
+    if (rings && (first.x != last.x || first.y != last.y)) AppendVertex(first);
+  }
+  if (m_partStarts.empty()) return false;
+  WriteShape(shapeId, rings);
+  return true;
+}
+
+bool CHU_SHPExport::CreatePolylineParts(int shapeId, const std::vector<const CHU_DPolyLine*>& parts) {
+  return CreateParts(shapeId, parts, false);
+}
+
+bool CHU_SHPExport::CreatePolygonRings(int shapeId, const std::vector<const CHU_DPolyLine*>& rings) {
+  return CreateParts(shapeId, rings, true);
+}
+
+bool CHU_SHPExport::CreateMultiPoint(int shapeId, const CHU_DPolyLine& points) {
+  if (m_nExportShapeType == 0 || shapeId < 0 || points.GetCount() == 0) return false;
+  m_x.clear(), m_y.clear(), m_z.clear(), m_partStarts.clear();
+  for (int i = 0; i < points.GetCount(); ++i) AppendVertex(*points.GetAt(i));
+  WriteShape(shapeId);
+  return true;
 }

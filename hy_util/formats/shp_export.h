@@ -51,12 +51,28 @@ class CHU_SHPExport : public CHU_SHP {
   bool CreatePolyline(int shapeId, const CHU_DPolyLine* line, const std::vector<double>* zValues = nullptr);
   bool CreatePolygon(int shapeId, const CHU_DPolygon* polygon, const std::vector<double>* zValues = nullptr);
 
+  // Several chains as one object of several parts, vertices with their own z.
+  // Chains of fewer than 2 vertices are left out; false when none is left (or for
+  // the preconditions above).
+  // CreatePolylineParts writes the parts as they are. CreatePolygonRings writes
+  // rings in the shapefile's own convention, whatever their source: each ring is
+  // closed (its first vertex repeated when the last differs) and the rings are
+  // wound by shapelib's SHPRewindObject, outer rings clockwise and holes (rings
+  // inside another) anticlockwise.
+  bool CreatePolylineParts(int shapeId, const std::vector<const CHU_DPolyLine*>& parts);
+  bool CreatePolygonRings(int shapeId, const std::vector<const CHU_DPolyLine*>& rings);
+  // Every vertex of the chain as one multipoint object; false for an empty chain.
+  bool CreateMultiPoint(int shapeId, const CHU_DPolyLine& points);
+
  private:
   bool AddField(const std::string& name, DBFFieldType type, int width, int decimals);
   bool CreateChain(int shapeId, const CHU_DPolyLine* chain, const std::vector<double>* zValues);
-  void WriteShape(int shapeId, int nVertices);
+  bool CreateParts(int shapeId, const std::vector<const CHU_DPolyLine*>& parts, bool rings);
+  void AppendVertex(const CHU_DPoint& p);
+  void WriteShape(int shapeId, bool rewind = false);
 
   int m_nExportShapeType = 0;
-  // Coordinate buffers reused from object to object.
+  // Coordinate and part buffers reused from object to object.
   std::vector<double> m_x, m_y, m_z;
+  std::vector<int> m_partStarts;
 };

@@ -147,3 +147,59 @@ TEST_F(ShpExportTest, PreconditionsRefuseWhatCannotBeWritten) {
 }
 
 }  // namespace
+
+namespace {
+
+CHU_DPolygon Square(double x0, double y0, double size, bool clockwise) {
+  CHU_DPolygon p;
+  const double xs[] = {x0, x0 + size, x0 + size, x0}, ys[] = {y0, y0, y0 + size, y0 + size};
+  for (int i = 0; i < 4; ++i) {
+    const int at = clockwise ? 3 - i : i;
+    p.AddPt(xs[at], ys[at], i);
+  }
+  return p;
+}
+
+TEST_F(ShpExportTest, RingsAreClosedAndWoundAsShapefilesWantAndPartsKeptAsGiven) {
+  {
+    CHU_SHPExport rings(dir.File("rings.shp"));
+    rings.SetShapeType(SHPT_POLYGON);
+    ASSERT_TRUE(rings.CreateFiles());
+    const CHU_DPolygon outer = Square(0, 0, 10, false), hole = Square(2, 2, 2, true), tiny = Square(0, 0, 0, false);
+    CHU_DPolyLine single;
+    single.AddPt(1, 1, 1);
+    EXPECT_TRUE(rings.CreatePolygonRings(0, {&outer, &single, &hole}));
+    EXPECT_FALSE(rings.CreatePolygonRings(1, {&single}));
+    CHU_SHPExport lines(dir.File("lines.shp"));
+    lines.SetShapeType(SHPT_ARCZ);
+    ASSERT_TRUE(lines.CreateFiles());
+    EXPECT_TRUE(lines.CreatePolylineParts(0, {&outer, &hole}));
+    CHU_SHPExport multi(dir.File("multi.shp"));
+    multi.SetShapeType(SHPT_MULTIPOINTZ);
+    ASSERT_TRUE(multi.CreateFiles());
+    EXPECT_TRUE(multi.CreateMultiPoint(0, outer));
+    EXPECT_FALSE(multi.CreateMultiPoint(1, CHU_DPolyLine()));
+  }
+  CHU_SHP rings(dir.File("rings.shp"));
+  ASSERT_EQ(rings.GetNumObjects(), 1);
+  CHU_DPolygonArray polygons;
+  ASSERT_EQ(rings.GetPolygon(0, polygons), 2);
+  for (const auto& ring : polygons) {
+    ASSERT_EQ(ring->GetCount(), 5);
+    EXPECT_EQ(Vertices(*ring).front(), Vertices(*ring).back());
+  }
+  EXPECT_LT(polygons[0]->GetSignedArea(), 0);  // outer ring clockwise
+  EXPECT_GT(polygons[1]->GetSignedArea(), 0);  // hole anticlockwise
+
+  CHU_SHP lines(dir.File("lines.shp"));
+  CHU_DPolyLineArray parts;
+  ASSERT_EQ(lines.GetPolyLine(0, parts), 2);
+  EXPECT_EQ(Vertices(*parts[1]), Vertices(Square(2, 2, 2, true)));
+
+  CHU_SHP multi(dir.File("multi.shp"));
+  CHU_DPointArray points;
+  ASSERT_EQ(multi.GetMultiPoint(0, points), 4);
+  EXPECT_EQ(std::make_tuple(points[2]->x, points[2]->y, points[2]->z), std::make_tuple(10.0, 10.0, 2.0));
+}
+
+}  // namespace
