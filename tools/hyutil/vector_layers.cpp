@@ -9,6 +9,7 @@
 #include <fstream>
 #include <limits>
 #include <map>
+#include <sstream>
 
 #include "commands.h"
 #include "hy_util/formats/mif_export.h"
@@ -337,6 +338,7 @@ class MifReader : public VectorReader {
       c.fileType = declared.substr(std::min(declared.size(), d->GetName().size() + 1));
       columns_.push_back(c);
     }
+    RefineUndefinedColumns();
     std::error_code ec;
     size_ = fs::file_size(mif_, ec);
   }
@@ -423,6 +425,52 @@ class MifReader : public VectorReader {
       case MIF_ARC: return "Arc";
       default: return "object " + std::to_string(code);
     }
+  }
+
+  // The importer reads the MapInfo types it does not convert (Decimal, Smallint,
+  // Logical, Date, ...) as text; their declarations in the header still say what
+  // the values are, so the header's column lines are read again here to carry
+  // numbers over as numbers.
+  void RefineUndefinedColumns() {
+    std::ifstream in(mif_);
+    std::string line;
+    std::size_t column = 0, count = 0;
+    bool inColumns = false;
+    while (std::getline(in, line) && column < columns_.size()) {
+      std::replace_if(line.begin(), line.end(), [](char ch) { return ch == '(' || ch == ')' || ch == ',' || ch == '\r' || ch == '\t'; }, ' ');
+      std::istringstream tokens(line);
+      std::string first, type;
+      tokens >> first;
+      if (!inColumns) {
+        if (Lower(first) == "data") return;
+        if (Lower(first) == "columns" && (tokens >> count)) inColumns = true;
+        continue;
+      }
+      if (first.empty()) continue;
+      if (column >= count) return;
+      VectorColumn& c = columns_[column++];
+      tokens >> type;
+      type = Lower(type);
+      if (c.type != VectorColumn::Other) continue;
+      int width = 0, decimals = 0;
+      if (type == "decimal" && (tokens >> width >> decimals)) {
+        c.type = VectorColumn::Double, c.width = width, c.decimals = decimals;
+        c.fileType = "Decimal(" + std::to_string(width) + "," + std::to_string(decimals) + ")";
+      } else if (type == "smallint") {
+        c.type = VectorColumn::Integer, c.fileType = "Smallint";
+      } else if (type == "largeint") {  // 64-bit: kept whole as a real without decimals
+        c.type = VectorColumn::Double, c.width = 20, c.decimals = 0, c.fileType = "LargeInt";
+      } else if (type == "logical") {
+        c.type = VectorColumn::String, c.width = 1, c.fileType = "Logical";
+      } else if (type == "date") {
+        c.type = VectorColumn::String, c.width = 10, c.fileType = "Date";
+      }
+    }
+  }
+
+  static std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char ch) { return static_cast<char>(std::tolower(ch)); });
+    return text;
   }
 
   std::string mif_, mid_;
