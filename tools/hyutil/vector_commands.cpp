@@ -378,7 +378,8 @@ int RunConvert(const std::string& input, const std::string& output, bool quiet) 
   PrintWarnings(writer->warnings);
   if (!quiet) {
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    std::printf("read %lld objects from %s in %.2f s; wrote:\n", objects, input.c_str(), seconds);
+    std::printf("read %lld object%s from %s in %.2f s; wrote:\n", objects, objects == 1 ? "" : "s", input.c_str(),
+                seconds);
     for (const std::string& w : written) std::printf("  %s\n", w.c_str());
   }
   return kExitOk;

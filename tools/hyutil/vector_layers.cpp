@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <map>
 #include <sstream>
 
@@ -92,8 +91,8 @@ class ShapefileReader : public VectorReader {
     const fs::path prj = fs::path(path).replace_extension(".prj");
     if (fs::is_regular_file(prj, ec) && fs::file_size(prj, ec) < (1u << 20)) {
       std::ifstream in(prj, std::ios::binary);
-      std::getline(in, coordSys, '\0');
-      while (!coordSys.empty() && std::isspace(static_cast<unsigned char>(coordSys.back()))) coordSys.pop_back();
+      std::getline(in, coordSys_, '\0');
+      while (!coordSys_.empty() && std::isspace(static_cast<unsigned char>(coordSys_.back()))) coordSys_.pop_back();
     }
   }
 
@@ -106,7 +105,7 @@ class ShapefileReader : public VectorReader {
     shp_->GetBounds(b[0], b[1], b[2], b[3]);
     return b;
   }
-  std::string CoordSys() const override { return coordSys; }
+  std::string CoordSys() const override { return coordSys_; }
   double Progress() const override {
     return shp_->GetNumObjects() > 0 ? static_cast<double>(next_) / shp_->GetNumObjects() : 1.0;
   }
@@ -159,9 +158,9 @@ class ShapefileReader : public VectorReader {
     return true;
   }
 
-  std::string coordSys;
 
  private:
+  std::string coordSys_;
   std::string path_;
   std::unique_ptr<CHU_SHP> shp_;
   std::vector<VectorColumn> columns_;
@@ -182,7 +181,21 @@ bool ParseWhole(const std::string& text, T& value) {
 class ShapefileWriter : public VectorWriter {
  public:
   ShapefileWriter(const std::string& path, const VectorReader& source)
-      : base_(fs::path(path).replace_extension().string()), columns_(source.Columns()) {}
+      : base_(fs::path(path).replace_extension().string()), columns_(source.Columns()) {
+    // dBASE field names hold 10 characters: longer names are cut, and a cut name
+    // that repeats an earlier one ends in "_1", "_2", ... instead.
+    std::vector<std::string> used;
+    for (VectorColumn& c : columns_) {
+      std::string name = c.name.substr(0, 10);
+      for (int n = 1; std::find(used.begin(), used.end(), name) != used.end(); ++n) {
+        const std::string suffix = "_" + std::to_string(n);
+        name = c.name.substr(0, 10 - suffix.size()) + suffix;
+      }
+      if (name != c.name) warnings.push_back("column " + c.name + " is named " + name + " in the shapefile");
+      used.push_back(name);
+      c.name = name;
+    }
+  }
 
   void Write(VectorFeature& f) override {
     if (f.container) return;
@@ -339,8 +352,6 @@ class MifReader : public VectorReader {
       columns_.push_back(c);
     }
     RefineUndefinedColumns();
-    std::error_code ec;
-    size_ = fs::file_size(mif_, ec);
   }
 
   static bool IsMifExtension(const std::string& path) { return LowerExtension(path) == ".mif"; }
@@ -476,7 +487,6 @@ class MifReader : public VectorReader {
   std::string mif_, mid_;
   mutable CHU_MIDMIFFileImport in_;
   std::vector<VectorColumn> columns_;
-  std::uintmax_t size_ = 0;
 };
 
 // MapInfo names the coordinate system of a layer in its own terms; a shapefile's
