@@ -39,10 +39,12 @@ std::string Companion(const std::string& path, const char* lower) {
   return fs::path(path).replace_extension(replaced).string();
 }
 
+// Without the blanks and tabs around it: dBASE pads values to their width, and
+// MID files often align them.
 std::string Trim(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
+  const auto first = text.find_first_not_of(" \t");
   if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 // Collects the message boxes a library class shows while it is installed.
@@ -377,6 +379,7 @@ class MifReader : public VectorReader {
     f.where = mif_ + ":" + std::to_string(in_.GetLineNumber());
     f.values = in_.GetMIDRow();
     f.values.resize(columns_.size());
+    for (std::string& v : f.values) v = Trim(v);
     bool read = true;
     switch (code) {
       case MIF_POINT:
