@@ -127,11 +127,9 @@ LayerSummary Summarise(VectorReader& reader, const std::string& label) {
     }
     KindCount& k = s.kinds[f.kindName];
     ++k.objects;
-    k.parts += static_cast<long long>(f.parts.size());
-    for (const auto& p : f.parts) {
-      k.vertices += p->GetCount();
-      AddToBounds(s, *p);
-    }
+    k.parts += static_cast<long long>(f.partCount);
+    k.vertices += f.vertexCount;
+    for (const auto& p : f.parts) AddToBounds(s, *p);
   }
   return s;
 }
@@ -146,8 +144,10 @@ const char* PartWord(const std::string& kind) {
 
 int RunInfo(const std::string& path, bool json) {
   std::unique_ptr<VectorReader> reader = OpenVectorReader(path);
-  const LayerSummary s = Summarise(*reader, std::filesystem::path(path).filename().string());
   const auto header = reader->HeaderBounds();
+  // The vertices are only needed for bounds that the header does not give.
+  reader->SetVerticesWanted(!header);
+  const LayerSummary s = Summarise(*reader, std::filesystem::path(path).filename().string());
   const std::array<double, 4> bounds = header ? *header : s.bounds;
   const bool haveBounds = header || s.haveBounds;
   if (json) {

@@ -146,9 +146,13 @@ class ShapefileReader : public VectorReader {
       for (int v = first; v < end; ++v) chain->AddPt(shape->padfX[v], shape->padfY[v], f.hasZ ? shape->padfZ[v] : noZ);
       f.parts.push_back(std::move(chain));
     };
-    if (f.kind == VectorKind::Point || f.kind == VectorKind::MultiPoint) {
+    const bool points = f.kind == VectorKind::Point || f.kind == VectorKind::MultiPoint;
+    const bool chains = f.kind == VectorKind::Polyline || f.kind == VectorKind::Polygon;
+    f.partCount = points ? 1 : chains ? static_cast<std::size_t>(std::max(shape->nParts, 1)) : 0;
+    f.vertexCount = f.kind == VectorKind::Point ? 1 : points || chains ? shape->nVertices : 0;
+    if (verticesWanted_ && points) {
       addRun(0, f.kind == VectorKind::Point ? 1 : shape->nVertices, false);
-    } else if (f.kind == VectorKind::Polyline || f.kind == VectorKind::Polygon) {
+    } else if (verticesWanted_ && chains) {
       const bool ring = f.kind == VectorKind::Polygon;
       if (shape->nParts <= 0) addRun(0, shape->nVertices, ring);
       for (int p = 0; p < shape->nParts; ++p)
@@ -424,6 +428,9 @@ class MifReader : public VectorReader {
     } else if (f.kind != VectorKind::Skipped && f.parts.empty()) {
       f.kind = VectorKind::Null;
     }
+    f.partCount = f.parts.size();
+    f.vertexCount = 0;
+    for (const auto& p : f.parts) f.vertexCount += p->GetCount();
     return true;
   }
 
