@@ -40,5 +40,8 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 
 // "hyutil vector ...": shapefiles and MIF/MID files (vector_commands.cpp).
 void AddVectorCommands(CLI::App& app, int& exitCode);
+// "hyutil units ..." (convert, list) and "hyutil curve".
+void AddUnitsCommands(CLI::App& app, int& exitCode);
+void AddCurveCommands(CLI::App& app, int& exitCode);
 
 }  // namespace hyutil

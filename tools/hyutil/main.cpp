@@ -13,6 +13,8 @@ int main(int argc, char** argv) {
   hyutil::AddLangCommands(app, exitCode);
   hyutil::AddGridCommands(app, exitCode);
   hyutil::AddVectorCommands(app, exitCode);
+  hyutil::AddUnitsCommands(app, exitCode);
+  hyutil::AddCurveCommands(app, exitCode);
 
   try {
     app.parse(argc, argv);
