@@ -121,6 +121,11 @@ TEST_F(VectorToolTest, DumpJsonIsGeoJsonWithHolesInsideTheirPolygons) {
   EXPECT_EQ(first["geometry"]["coordinates"][1][0], nlohmann::json::array({2.0, 2.0}));
   EXPECT_EQ(first["properties"], nlohmann::json::parse(R"({"NAME":"Pond","DEPTH":2.5,"LANES":3})"));
 
+  // Latin-1 text of an older table comes out as UTF-8, as JSON must be.
+  hytest::WriteShapes(dir.File("latin"), SHPT_POINT, {{{}, {1}, {2}, {}}}, {"Caf\xe9"});
+  const auto latin = nlohmann::json::parse(Hyutil("vector dump --json " + dir.File("latin.shp")).out);
+  EXPECT_EQ(latin["features"][0]["properties"]["NAME"], "Caf\xc3\xa9");
+
   // Two rings side by side are two polygons.
   hytest::WriteShapes(dir.File("two"), SHPT_POLYGON,
                       {{{0, 4}, {0, 0, 1, 0, 5, 5, 6, 5}, {0, 1, 0, 0, 5, 6, 5, 5}, {}}}, {"x"});
