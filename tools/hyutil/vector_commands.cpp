@@ -411,6 +411,7 @@ int RunConvert(const std::string& input, const std::string& output, bool quiet) 
     std::printf("read %lld object%s from %s in %.2f s; wrote:\n", objects, objects == 1 ? "" : "s", input.c_str(),
                 seconds);
     for (const std::string& w : written) std::printf("  %s\n", w.c_str());
+    if (written.empty()) std::printf("  nothing\n");
   }
   return kExitOk;
 }

@@ -247,6 +247,7 @@ class ShapefileWriter : public VectorWriter {
     for (const auto& [kind, count] : notWritten_)
       warnings.push_back(std::to_string(count) + " object" + (count == 1 ? "" : "s") + " of kind " + kind +
                          " not written: shapefiles hold points, multipoints, lines and polygons");
+    if (groups_.empty()) warnings.push_back("no object could be written, so no shapefile was made");
     return written;
   }
 
