@@ -62,3 +62,6 @@
 #include "hy_util/formats/mif_import.h"
 #include "hy_util/formats/file_2dm.h"
 #include "hy_util/formats/tuflow_summary.h"
+#include "hy_util/formats/shp_export.h"
+#include "hy_util/formats/shp_file.h"
+#include "hy_util/formats/shp_handles.h"

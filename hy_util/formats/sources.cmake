@@ -6,4 +6,6 @@ target_sources(hy_util PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/mif_import.cpp
   formats/file_2dm.cpp
   formats/tuflow_summary.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/shp_export.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/shp_file.cpp
 )

@@ -38,6 +38,8 @@ void AddGridCommands(CLI::App& app, int& exitCode);
 void AddGridFileCommands(CLI::App& grid, int& exitCode);
 void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 
+// "hyutil vector ...": shapefiles and MIF/MID files (vector_commands.cpp).
+void AddVectorCommands(CLI::App& app, int& exitCode);
 // "hyutil units ..." (convert, list) and "hyutil curve".
 void AddUnitsCommands(CLI::App& app, int& exitCode);
 void AddCurveCommands(CLI::App& app, int& exitCode);
