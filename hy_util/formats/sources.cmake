@@ -1,11 +1,11 @@
 target_sources(hy_util PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/file_2dm.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mid_mif_file.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mid_mif_line_reader.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mid_mif_text.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mif_export.cpp
   ${CMAKE_CURRENT_LIST_DIR}/mif_import.cpp
-  formats/file_2dm.cpp
-  formats/tuflow_summary.cpp
   ${CMAKE_CURRENT_LIST_DIR}/shp_export.cpp
   ${CMAKE_CURRENT_LIST_DIR}/shp_file.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/tuflow_summary.cpp
 )
