@@ -6,6 +6,7 @@
 #include "hy_util/geometry/polygon.h"
 #include "hy_util/geometry/polyline.h"
 #include "hy_util/geometry/rect.h"
+#include "hy_util/mesh/boundary_mesh.h"
 
 void HU_RegisterLibraryClasses() {
   CHU_DPoint::RegisterRuntimeClass();
@@ -13,4 +14,5 @@ void HU_RegisterLibraryClasses() {
   CHU_DPolygon::RegisterRuntimeClass();
   CHU_DPolyLine::RegisterRuntimeClass();
   CHU_DRect::RegisterRuntimeClass();
+  CHU_DBoundaryMesh::RegisterRuntimeClass();
 }

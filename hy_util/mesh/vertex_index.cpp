@@ -1,0 +1,124 @@
+#include "hy_util/mesh/vertex_index.h"
+
+// Boost.Geometry 1.74 trips GCC's flow analysis inside its own headers.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/box.hpp>
+#include <boost/geometry/geometries/point.hpp>
+#include <boost/geometry/index/rtree.hpp>
+#include <boost/iterator/function_output_iterator.hpp>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <unordered_map>
+#include <utility>
+
+#include "hy_util/mesh/boundary_mesh_vertex.h"
+
+namespace bg = boost::geometry;
+namespace bgi = boost::geometry::index;
+
+namespace {
+
+using BPoint = bg::model::point<double, 2, bg::cs::cartesian>;
+using BBox = bg::model::box<BPoint>;
+using TreeValue = std::pair<BPoint, CHU_DBoundaryMeshVertex*>;
+
+struct ExactKey {
+  double x, y, z;
+  bool operator==(const ExactKey& other) const { return x == other.x && y == other.y && z == other.z; }
+};
+
+struct ExactKeyHash {
+  std::size_t operator()(const ExactKey& key) const {
+    // + 0.0 maps -0.0 to +0.0, which compares equal and must hash alike.
+    std::uint64_t h = std::bit_cast<std::uint64_t>(key.x + 0.0);
+    h = h * 0x9E3779B97F4A7C15ull ^ std::bit_cast<std::uint64_t>(key.y + 0.0);
+    h = h * 0x9E3779B97F4A7C15ull ^ std::bit_cast<std::uint64_t>(key.z + 0.0);
+    return static_cast<std::size_t>(h ^ (h >> 29));
+  }
+};
+
+bool HasNaN(const CHU_DPoint& p) { return std::isnan(p.x) || std::isnan(p.y) || std::isnan(p.z); }
+bool PlanFinite(const CHU_DPoint& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+ExactKey KeyOf(const CHU_DPoint& p) { return ExactKey{p.x, p.y, p.z}; }
+
+}  // namespace
+
+struct HU_VertexIndex::Impl {
+  std::unordered_multimap<ExactKey, CHU_DBoundaryMeshVertex*, ExactKeyHash> exact;
+  bgi::rtree<TreeValue, bgi::quadratic<16>> tree;
+};
+
+HU_VertexIndex::HU_VertexIndex() : m_impl(std::make_unique<Impl>()) {}
+HU_VertexIndex::~HU_VertexIndex() = default;
+
+void HU_VertexIndex::Insert(CHU_DBoundaryMeshVertex* vertex) {
+  const CHU_DPoint& p = vertex->GetPosition();
+  if (!HasNaN(p)) m_impl->exact.emplace(KeyOf(p), vertex);
+  if (PlanFinite(p)) m_impl->tree.insert(TreeValue(BPoint(p.x, p.y), vertex));
+}
+
+void HU_VertexIndex::Remove(CHU_DBoundaryMeshVertex* vertex) {
+  const CHU_DPoint& p = vertex->GetPosition();
+  if (!HasNaN(p)) {
+    auto [first, last] = m_impl->exact.equal_range(KeyOf(p));
+    for (auto it = first; it != last; ++it) {
+      if (it->second == vertex) {
+        m_impl->exact.erase(it);
+        break;
+      }
+    }
+  }
+  if (PlanFinite(p)) m_impl->tree.remove(TreeValue(BPoint(p.x, p.y), vertex));
+}
+
+void HU_VertexIndex::Clear() {
+  m_impl->exact.clear();
+  m_impl->tree.clear();
+}
+
+void HU_VertexIndex::Reserve(std::size_t n) { m_impl->exact.reserve(n); }
+
+void HU_VertexIndex::FindExact(const CHU_DPoint& position, std::vector<CHU_DBoundaryMeshVertex*>& out) const {
+  if (HasNaN(position)) return;
+  const std::size_t start = out.size();
+  auto [first, last] = m_impl->exact.equal_range(KeyOf(position));
+  for (auto it = first; it != last; ++it) out.push_back(it->second);
+  if (out.size() - start > 1) {
+    std::sort(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(),
+              [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
+  }
+}
+
+bool HU_VertexIndex::FindInBox(const CHU_DPoint& position, double tolerance,
+                               std::vector<CHU_DBoundaryMeshVertex*>& out) const {
+  if (!(tolerance >= 0.0)) return true;  // negative or NaN: nothing is within it
+  if (!PlanFinite(position) || !std::isfinite(tolerance)) return false;
+  // The box is widened by a few units in the last place so that rounding in
+  // x +- tolerance never loses a vertex the exact rule below accepts.
+  const double mx = (std::abs(position.x) + tolerance) * 1e-15 + 1e-300;
+  const double my = (std::abs(position.y) + tolerance) * 1e-15 + 1e-300;
+  const BBox box(BPoint(position.x - tolerance - mx, position.y - tolerance - my),
+                 BPoint(position.x + tolerance + mx, position.y + tolerance + my));
+  const std::size_t start = out.size();
+  m_impl->tree.query(bgi::intersects(box), boost::make_function_output_iterator([&](const TreeValue& value) {
+                       if (InBox(value.second->GetPosition(), position, tolerance)) out.push_back(value.second);
+                     }));
+  std::sort(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(),
+            [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
+  return true;
+}
+
+bool HU_VertexIndex::InBox(const CHU_DPoint& vertex, const CHU_DPoint& position, double tolerance) {
+  return std::abs(vertex.x - position.x) <= tolerance && std::abs(vertex.y - position.y) <= tolerance;
+}
+
+void HU_VertexIndex::SortByMapOrder(std::vector<CHU_DBoundaryMeshVertex*>& vertices) {
+  std::sort(vertices.begin(), vertices.end(), [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
+}
