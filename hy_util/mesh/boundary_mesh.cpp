@@ -21,6 +21,7 @@ void CHU_DBoundaryMesh::Cleanup() {
   m_polygonCount = m_polylineCount = m_pointCount = 0;
   m_nextVertexId = m_nextElementId = m_nextElementSetId = 0;
   m_lastSelectedVertex = -1;
+  m_selectedVertices.clear();
   m_nextMapOrder = 0;
 }
 
@@ -201,6 +202,10 @@ std::vector<CHU_DBoundaryMeshVertex*> CHU_DBoundaryMesh::VerticesNear(const CHU_
 }
 
 int CHU_DBoundaryMesh::FindVertex(const CHU_DPoint& position, int type) const {
+  if (type == -1) {
+    const CHU_DBoundaryMeshVertex* vertex = m_index.FindFirstExact(position);
+    return vertex == nullptr ? -1 : vertex->GetID();
+  }
   for (const CHU_DBoundaryMeshVertex* vertex : VerticesAt(position)) {
     if (type == -1 || vertex->IsAttachedToElementOfType(type, -1)) return vertex->GetID();
   }
@@ -270,10 +275,7 @@ std::vector<CHU_DBoundaryMeshVertex*> CHU_DBoundaryMesh::CornersFor(const CHU_DP
   for (int i = 0; i < chain->GetCount(); ++i) {
     const CHU_DPoint& p = *chain->GetAt(i);
     CHU_DBoundaryMeshVertex* vertex = nullptr;
-    if (weld == WELD_EXISTING) {
-      const std::vector<CHU_DBoundaryMeshVertex*> here = VerticesAt(p);
-      if (!here.empty()) vertex = here.front();
-    }
+    if (weld == WELD_EXISTING) vertex = m_index.FindFirstExact(p);
     if (vertex == nullptr) vertex = CreateVertex(p);
     if (vertex != nullptr) corners.push_back(vertex);
   }

@@ -7,7 +7,9 @@
 //
 // Ownership: the mesh owns its vertices, elements and sets. Element pointers and
 // vertex pointers never leave it except through the protected accessors; callers
-// work with IDs. IDs are signed 32-bit; -1 means "none" in results and "any" in
+// work with IDs. Vertex selection flags belong to the mesh (SelectVertex,
+// DeselectAllVertices): a subclass that sets them on a vertex directly must clear
+// them itself. IDs are signed 32-bit; -1 means "none" in results and "any" in
 // type and set arguments. Vertices, elements and sets are visited in insertion
 // order (see HU_OrderedIdMap), so every answer is deterministic.
 //
@@ -302,8 +304,11 @@ class CHU_DBoundaryMesh : public CHU_Object, public IHU_TraversablePolyMesh {
   std::int64_t m_nextElementId = 0;
   std::int64_t m_nextElementSetId = 0;
   int m_lastSelectedVertex = -1;
+  // Vertices whose selected flag the mesh has set, so that clearing all flags
+  // does not visit every vertex.
+  std::vector<int> m_selectedVertices;
 
-  HU_VertexIndex m_index;
+  HU_VertexIndex m_index{m_vertices};
   std::uint64_t m_nextMapOrder = 0;
   IHU_ElementAttributeStore* m_store = nullptr;
 };

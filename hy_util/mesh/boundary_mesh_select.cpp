@@ -105,6 +105,7 @@ bool CHU_DBoundaryMesh::SelectVertex(const CHU_DPoint& position, double toleranc
   }
   if (best == nullptr) return false;
   best->SetSelected(true);
+  m_selectedVertices.push_back(best->GetID());
   m_lastSelectedVertex = best->GetID();
   return true;
 }
@@ -126,7 +127,10 @@ int CHU_DBoundaryMesh::DeselectAllElementsOfType(int type, int setId) {
 }
 
 void CHU_DBoundaryMesh::DeselectAllVertices() {
-  for (const auto& entry : m_vertices) entry.object->SetSelected(false);
+  for (int id : m_selectedVertices) {
+    if (CHU_DBoundaryMeshVertex* vertex = m_vertices.Find(id)) vertex->SetSelected(false);
+  }
+  m_selectedVertices.clear();
 }
 
 bool CHU_DBoundaryMesh::IsElementSelected(int id) const {

@@ -27,7 +27,7 @@ namespace {
 
 using BPoint = bg::model::point<double, 2, bg::cs::cartesian>;
 using BBox = bg::model::box<BPoint>;
-using TreeValue = std::pair<BPoint, CHU_DBoundaryMeshVertex*>;
+using TreeValue = std::pair<BPoint, int>;
 
 struct ExactKey {
   double x, y, z;
@@ -51,17 +51,65 @@ ExactKey KeyOf(const CHU_DPoint& p) { return ExactKey{p.x, p.y, p.z}; }
 }  // namespace
 
 struct HU_VertexIndex::Impl {
+  explicit Impl(const HU_VertexMap& map) : vertices(map) {}
+  void RebuildTree();
+  void Settle();
+  void Collect(const TreeValue& value, const CHU_DPoint& position, double tolerance,
+               std::vector<CHU_DBoundaryMeshVertex*>& out) const;
+
+  const HU_VertexMap& vertices;
   std::unordered_multimap<ExactKey, CHU_DBoundaryMeshVertex*, ExactKeyHash> exact;
   bgi::rtree<TreeValue, bgi::quadratic<16>> tree;
+  // New entries wait here until a box search needs them: a few are scanned, a
+  // batch (a whole import) is bulk-loaded in one go.
+  std::vector<TreeValue> pending;
+  std::size_t stale = 0;  // entries whose vertex is gone or has moved
 };
 
-HU_VertexIndex::HU_VertexIndex() : m_impl(std::make_unique<Impl>()) {}
+constexpr std::size_t kPendingScanned = 64;
+
+// Brings the tree up to date before a search. Runs only from searches, when the
+// vertex map is settled (Remove runs before a vertex leaves the map).
+void HU_VertexIndex::Impl::Settle() {
+  const std::size_t entries = tree.size() + pending.size();
+  if (stale > std::max<std::size_t>(1024, entries / 2) ||
+      pending.size() > std::max(kPendingScanned, tree.size() / 4)) {
+    RebuildTree();
+  } else if (pending.size() > kPendingScanned) {
+    tree.insert(pending.begin(), pending.end());
+    pending.clear();
+  }
+}
+
+void HU_VertexIndex::Impl::Collect(const TreeValue& value, const CHU_DPoint& position, double tolerance,
+                                   std::vector<CHU_DBoundaryMeshVertex*>& out) const {
+  CHU_DBoundaryMeshVertex* vertex = vertices.Find(value.second);
+  if (vertex == nullptr) return;
+  const CHU_DPoint& p = vertex->GetPosition();
+  // An entry left behind by a move no longer matches the vertex.
+  if (p.x != bg::get<0>(value.first) || p.y != bg::get<1>(value.first)) return;
+  if (HU_VertexIndex::InBox(p, position, tolerance)) out.push_back(vertex);
+}
+
+void HU_VertexIndex::Impl::RebuildTree() {
+  std::vector<TreeValue> live;
+  live.reserve(vertices.Size());
+  for (const auto& entry : vertices) {
+    const CHU_DPoint& p = entry.object->GetPosition();
+    if (PlanFinite(p)) live.emplace_back(BPoint(p.x, p.y), entry.id);
+  }
+  tree = decltype(tree)(live.begin(), live.end());  // packing: one pass, well-shaped nodes
+  pending.clear();
+  stale = 0;
+}
+
+HU_VertexIndex::HU_VertexIndex(const HU_VertexMap& vertices) : m_impl(std::make_unique<Impl>(vertices)) {}
 HU_VertexIndex::~HU_VertexIndex() = default;
 
 void HU_VertexIndex::Insert(CHU_DBoundaryMeshVertex* vertex) {
   const CHU_DPoint& p = vertex->GetPosition();
   if (!HasNaN(p)) m_impl->exact.emplace(KeyOf(p), vertex);
-  if (PlanFinite(p)) m_impl->tree.insert(TreeValue(BPoint(p.x, p.y), vertex));
+  if (PlanFinite(p)) m_impl->pending.emplace_back(BPoint(p.x, p.y), vertex->GetID());
 }
 
 void HU_VertexIndex::Remove(CHU_DBoundaryMeshVertex* vertex) {
@@ -75,12 +123,14 @@ void HU_VertexIndex::Remove(CHU_DBoundaryMeshVertex* vertex) {
       }
     }
   }
-  if (PlanFinite(p)) m_impl->tree.remove(TreeValue(BPoint(p.x, p.y), vertex));
+  if (PlanFinite(p)) ++m_impl->stale;
 }
 
 void HU_VertexIndex::Clear() {
   m_impl->exact.clear();
   m_impl->tree.clear();
+  m_impl->pending.clear();
+  m_impl->stale = 0;
 }
 
 void HU_VertexIndex::Reserve(std::size_t n) { m_impl->exact.reserve(n); }
@@ -96,6 +146,16 @@ void HU_VertexIndex::FindExact(const CHU_DPoint& position, std::vector<CHU_DBoun
   }
 }
 
+CHU_DBoundaryMeshVertex* HU_VertexIndex::FindFirstExact(const CHU_DPoint& position) const {
+  if (HasNaN(position)) return nullptr;
+  CHU_DBoundaryMeshVertex* first = nullptr;
+  auto [begin, end] = m_impl->exact.equal_range(KeyOf(position));
+  for (auto it = begin; it != end; ++it) {
+    if (first == nullptr || it->second->m_mapOrder < first->m_mapOrder) first = it->second;
+  }
+  return first;
+}
+
 bool HU_VertexIndex::FindInBox(const CHU_DPoint& position, double tolerance,
                                std::vector<CHU_DBoundaryMeshVertex*>& out) const {
   if (!(tolerance >= 0.0)) return true;  // negative or NaN: nothing is within it
@@ -106,12 +166,19 @@ bool HU_VertexIndex::FindInBox(const CHU_DPoint& position, double tolerance,
   const double my = (std::abs(position.y) + tolerance) * 1e-15 + 1e-300;
   const BBox box(BPoint(position.x - tolerance - mx, position.y - tolerance - my),
                  BPoint(position.x + tolerance + mx, position.y + tolerance + my));
+  m_impl->Settle();
   const std::size_t start = out.size();
-  m_impl->tree.query(bgi::intersects(box), boost::make_function_output_iterator([&](const TreeValue& value) {
-                       if (InBox(value.second->GetPosition(), position, tolerance)) out.push_back(value.second);
-                     }));
-  std::sort(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(),
-            [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
+  const Impl& impl = *m_impl;
+  impl.tree.query(bgi::intersects(box), boost::make_function_output_iterator([&](const TreeValue& value) {
+                    impl.Collect(value, position, tolerance, out);
+                  }));
+  for (const TreeValue& value : impl.pending) {
+    if (bg::covered_by(value.first, box)) impl.Collect(value, position, tolerance, out);
+  }
+  const auto first = out.begin() + static_cast<std::ptrdiff_t>(start);
+  std::sort(first, out.end(), [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
+  // A vertex moved away and back has two live-looking entries.
+  out.erase(std::unique(first, out.end()), out.end());
   return true;
 }
 
