@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 
 #include "hy_util/mesh/mesh_gen_params.h"
 #include "hy_util/platform/object.h"
@@ -344,6 +345,38 @@ TEST(BoundaryMeshTest, ReadingBackGeometryCountsAndSequences) {
   EXPECT_EQ(mesh.VertexList(l).size(), 3u);
   EXPECT_EQ(mesh.GetVertexCount(), 6);     // D went; A and B are new: only the line's own corners are reused
   EXPECT_FALSE(mesh.SetPolyline(r, &line));
+}
+
+// The box index takes new vertices in batches and drops removed or moved ones
+// lazily; through bulk loads, incremental batches and rebuilds it must keep
+// answering exactly what a scan of the vertices answers.
+TEST(BoundaryMeshTest, BoxSearchesMatchAScanThroughBatchesMovesAndRemovals) {
+  TestMesh mesh;
+  std::mt19937 rng(11);
+  auto coordinate = [&rng] { return static_cast<double>(rng() % 200) * 0.5; };
+  auto check = [&mesh, &coordinate](const char* phase) {
+    for (int probe = 0; probe < 20; ++probe) {
+      const CHU_DPoint p(coordinate(), coordinate(), 0.0);
+      std::vector<int> scan;
+      for (int id : mesh.VertexIDs()) {
+        const CHU_DPoint* v = mesh.GetVertexPosition(id);
+        if (std::abs(v->x - p.x) <= 2.0 && std::abs(v->y - p.y) <= 2.0) scan.push_back(id);
+      }
+      ASSERT_EQ(mesh.FindAllVerticesNearPosition(p, 2.0), scan) << phase;
+    }
+  };
+  for (int i = 0; i < 3000; ++i) mesh.AddPoint(CHU_DPoint(coordinate(), coordinate(), 0.0), 0);
+  check("bulk load");
+  for (int i = 0; i < 300; ++i) mesh.AddPoint(CHU_DPoint(coordinate(), coordinate(), 0.0), 0);
+  check("incremental batch");
+  for (int round = 0; round < 6; ++round) {
+    const std::vector<int> ids = mesh.VertexIDs();
+    for (std::size_t i = 0; i < ids.size(); i += 3) mesh.MoveVertex(ids[i], CHU_DPoint(coordinate(), coordinate(), 0.0));
+    for (std::size_t i = 1; i < ids.size(); i += 9) mesh.RemoveElement(static_cast<int>(i));
+    for (int i = 0; i < 40; ++i) mesh.AddPoint(CHU_DPoint(coordinate(), coordinate(), 0.0), 0);
+    check("moves and removals");
+    if (HasFatalFailure()) return;
+  }
 }
 
 TEST(BoundaryMeshTest, BadInputGetsNothingAndNeverCrashes) {
