@@ -15,3 +15,15 @@ if(NOT TARGET hy_util::libdeflate)
     IMPORTED_LOCATION "${HY_LIBDEFLATE_LIBRARY}"
     INTERFACE_INCLUDE_DIRECTORIES "${HY_LIBDEFLATE_INCLUDE_DIR}")
 endif()
+
+if(NOT TARGET hy_util::shapelib)
+  find_path(HY_SHAPELIB_INCLUDE_DIR shapefil.h)
+  find_library(HY_SHAPELIB_LIBRARY NAMES shp)
+  if(NOT HY_SHAPELIB_INCLUDE_DIR OR NOT HY_SHAPELIB_LIBRARY)
+    message(FATAL_ERROR "shapelib not found (Debian package libshp-dev)")
+  endif()
+  add_library(hy_util::shapelib UNKNOWN IMPORTED)
+  set_target_properties(hy_util::shapelib PROPERTIES
+    IMPORTED_LOCATION "${HY_SHAPELIB_LIBRARY}"
+    INTERFACE_INCLUDE_DIRECTORIES "${HY_SHAPELIB_INCLUDE_DIR}")
+endif()

@@ -9,6 +9,8 @@
 // Item data is never freed by the point.
 
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 #include "hy_util/geometry/colour.h"
 #include "hy_util/geometry/screen_point.h"
@@ -78,3 +80,6 @@ class CHU_DPoint : public CHU_Object {
   void* m_itemData = nullptr;
   std::int16_t m_symbol = -1;
 };
+
+// Points handed to a caller, who owns them.
+using CHU_DPointArray = std::vector<std::unique_ptr<CHU_DPoint>>;

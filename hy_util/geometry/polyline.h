@@ -195,3 +195,6 @@ class CHU_DPolyLine : public CHU_Object {
   double m_dataVal = 0.0;
   void* m_itemData = nullptr;
 };
+
+// Polylines handed to a caller, who owns them.
+using CHU_DPolyLineArray = std::vector<std::unique_ptr<CHU_DPolyLine>>;

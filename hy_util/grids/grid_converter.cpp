@@ -196,6 +196,12 @@ void CHU_GridConverter::CollectWarnings(IHU_GridRowSource& source, const std::st
     warnings_.push_back(Quoted(input) + " holds " + std::to_string(extra) +
                         " more values than its header says; they were ignored");
   }
+  if (source.LongLineValues() > 0) {
+    warnings_.push_back(Quoted(input) + " line " + std::to_string(source.FirstLongLine()) + " holds more than " +
+                        std::to_string(source.Header().ncols) + " values (ncols); the values after the first " +
+                        std::to_string(source.Header().ncols) + " of each such line were ignored (" +
+                        std::to_string(source.LongLineValues()) + " in all)");
+  }
   if (source.BadTokens() > 0) {
     warnings_.push_back(Quoted(input) + ": " + std::to_string(source.BadTokens()) +
                         " values are not numbers and were written as no-data");

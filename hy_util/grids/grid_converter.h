@@ -11,7 +11,8 @@
 // The libdeflate codec is faster and writes standard zlib streams too.
 //
 // Unlike the classic converter, a row is always ncols values, whatever the line
-// breaks: input that ends before nrows x ncols values is refused as cut short
+// breaks (like it, a line holding more than ncols values gives only its first
+// ncols, with one warning naming the first such line): input that ends before nrows x ncols values is refused as cut short
 // (so a damaged header cannot make a huge file out of a small one), and values
 // beyond the last row are ignored with a warning. A row that would start beyond the
 // 32-bit offset limit stops the conversion; on any failure the partial output

@@ -91,6 +91,9 @@ class TextTokenStream {
 
   bool Failed() const { return !failure_.empty(); }
   const std::string& Failure() const { return failure_; }
+  // Line ends passed so far: the token taken last is on line NewlinesPassed() + 1
+  // of the text read.
+  std::int64_t NewlinesPassed() const { return newlines_; }
 
  private:
   static constexpr std::size_t kBufferSize = 1 << 20;
@@ -102,7 +105,10 @@ class TextTokenStream {
       const char* const end = buffer_.data() + end_;
       const char* start = buffer_.data() + pos_;
       bool lineStart = lineStart_;
-      for (; start != end && IsSeparator(*start); ++start) lineStart |= *start == '\n';
+      for (; start != end && IsSeparator(*start); ++start) {
+        lineStart |= *start == '\n';
+        newlines_ += *start == '\n';
+      }
       pos_ = static_cast<std::size_t>(start - buffer_.data());
       lineStart_ = lineStart;
       if (start != end) return true;
@@ -145,6 +151,7 @@ class TextTokenStream {
   std::size_t end_ = 0;
   bool eof_ = false;
   bool lineStart_ = true;
+  std::int64_t newlines_ = 0;
   std::string failure_;
 };
 
@@ -159,10 +166,14 @@ const char* const kHeaderHelp =
 
 class AsciiRowSource : public IHU_GridRowSource {
  public:
-  AsciiRowSource(const HU_HYBGHeader& header, FilePtr data, std::string path)
-      : tokens_(std::move(data)), path_(std::move(path)) {
+  AsciiRowSource(const HU_HYBGHeader& header, FilePtr data, std::string path, std::int64_t headerLines)
+      : tokens_(std::move(data)), path_(std::move(path)), headerLines_(headerLines) {
     header_ = header;
   }
+
+  // A line of more than ncols values gives its first ncols to the grid and drops
+  // the rest, as the classic converter does; lines of up to ncols values are read
+  // as one stream, so rows may wrap over several lines.
 
   bool ReadRow(float* row, std::size_t& valuesRead) override {
     const std::size_t ncols = static_cast<std::size_t>(header_.ncols);
@@ -180,6 +191,7 @@ class AsciiRowSource : public IHU_GridRowSource {
         ++badTokens_;
         value = header_.noData;
       }
+      if (DropsFromLongLine(firstOnLine, ncols)) continue;
       row[valuesRead++] = static_cast<float>(value);
     }
     if (tokens_.Failed()) error_ = "cannot read " + Quoted(path_) + ": " + tokens_.Failure();
@@ -187,16 +199,41 @@ class AsciiRowSource : public IHU_GridRowSource {
   }
 
   std::int64_t ExtraValues() override {
+    const std::size_t ncols = static_cast<std::size_t>(header_.ncols);
     std::int64_t extra = 0;
     std::string_view token;
-    for (bool firstOnLine = false; tokens_.Next(token, firstOnLine);) ++extra;
+    for (bool firstOnLine = false; tokens_.Next(token, firstOnLine);)
+      if (!DropsFromLongLine(firstOnLine, ncols)) ++extra;
     return extra;
   }
 
  private:
+  bool DropsFromLongLine(bool firstOnLine, std::size_t ncols) {
+    if (firstOnLine) lineValues_ = 0;
+    if (++lineValues_ <= ncols) return false;
+    if (longLineValues_++ == 0) firstLongLine_ = headerLines_ + tokens_.NewlinesPassed() + 1;
+    return true;
+  }
+
   TextTokenStream tokens_;
   std::string path_;
+  std::int64_t headerLines_;
+  std::size_t lineValues_ = 0;
 };
+
+// Line ends in the first length bytes of the file (the header), so that data
+// lines can be named by their number in the file.
+std::int64_t CountNewlines(std::FILE* file, std::uint64_t length) {
+  std::int64_t lines = 0;
+  char block[4096];
+  while (length > 0) {
+    const std::size_t got = std::fread(block, 1, std::min<std::uint64_t>(length, sizeof block), file);
+    if (got == 0) break;
+    lines += std::count(block, block + got, '\n');
+    length -= got;
+  }
+  return lines;
+}
 
 class FloatRowSource : public IHU_GridRowSource {
  public:
@@ -255,11 +292,13 @@ std::unique_ptr<IHU_GridRowSource> OpenAsciiSource(const std::string& path, std:
     error = Quoted(path) + " does not start with a valid ESRI grid header: " + kHeaderHelp;
     return nullptr;
   }
+  std::rewind(data.get());
+  const std::int64_t headerLines = CountNewlines(data.get(), static_cast<std::uint64_t>(grid.GetPosition()));
   if (fseeko(data.get(), static_cast<off_t>(grid.GetPosition()), SEEK_SET) != 0) {
     error = "cannot read " + Quoted(path) + ": " + std::strerror(errno);
     return nullptr;
   }
-  return std::make_unique<AsciiRowSource>(HeaderOf(grid), std::move(data), path);
+  return std::make_unique<AsciiRowSource>(HeaderOf(grid), std::move(data), path, headerLines);
 }
 
 }  // namespace

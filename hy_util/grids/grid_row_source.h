@@ -6,7 +6,8 @@
 // progress start). The ASCII source then reads the values as one stream from a
 // large buffer rather than line by line: a row is the next ncols values whatever
 // the line breaks, so files with one value per line or wrapped rows convert as
-// well as one-row-per-line files. As in the ESRI readers, values are split at
+// well as one-row-per-line files; only a line holding more than ncols values is
+// cut to its first ncols, as the classic converter cuts it. As in the ESRI readers, values are split at
 // blanks and tabs (and line ends), a line whose first token is not a number is
 // skipped, and a token that is not a number reads as the no-data value (counted
 // in BadTokens). The float source reads raw little-endian float32 rows.
@@ -31,11 +32,17 @@ class IHU_GridRowSource {
   // Values that were left in the file after the last row (0 when unknown).
   virtual std::int64_t ExtraValues() { return 0; }
   std::int64_t BadTokens() const { return badTokens_; }
+  // Values dropped because their line held more than ncols values, and the number
+  // (from 1) of the first such line in the file; both 0 when there were none.
+  std::int64_t LongLineValues() const { return longLineValues_; }
+  std::int64_t FirstLongLine() const { return firstLongLine_; }
   const std::string& GetLastError() const { return error_; }
 
  protected:
   HU_HYBGHeader header_;
   std::int64_t badTokens_ = 0;
+  std::int64_t longLineValues_ = 0;
+  std::int64_t firstLongLine_ = 0;
   std::string error_;
 };
 

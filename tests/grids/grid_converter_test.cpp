@@ -201,11 +201,22 @@ TEST(GridConverterTest, ShortInputIsRefusedAndLongOrDirtyInputWarned) {
             std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir.File("s.hybg")));
 
+  // A line of more than ncols values gives its first ncols; the rest of the line
+  // is dropped, with one warning naming the first such line (line 7 of the file).
   ASSERT_TRUE(converter.Convert(dir.Write("long.asc", header + "1 2 3 4\nskip me\n5 x 7 8\n"), dir.File("l.hybg")));
-  EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("l.hybg"))), (std::vector<float>{1, 2, 3, 4, 5, -1}));
+  EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("l.hybg"))), (std::vector<float>{1, 2, 3, 5, -1, 7}));
   ASSERT_EQ(converter.GetWarnings().size(), 2u);
-  EXPECT_NE(converter.GetWarnings()[0].find("2 more values"), std::string::npos);
+  EXPECT_NE(converter.GetWarnings()[0].find("long.asc' line 7 holds more than 3 values"), std::string::npos)
+      << converter.GetWarnings()[0];
+  EXPECT_NE(converter.GetWarnings()[0].find("(2 in all)"), std::string::npos);
   EXPECT_NE(converter.GetWarnings()[1].find("1 values are not numbers"), std::string::npos);
+
+  // Rows wrapped over short lines still read as a stream; values past the last row
+  // are extra, not long-line values.
+  ASSERT_TRUE(converter.Convert(dir.Write("wrap.asc", header + "1 2\n3 4\n5 6\n7\n"), dir.File("w.hybg")));
+  EXPECT_EQ(DecodedValues(hytest::ReadFileBytes(dir.File("w.hybg"))), (std::vector<float>{1, 2, 3, 4, 5, 6}));
+  ASSERT_EQ(converter.GetWarnings().size(), 1u);
+  EXPECT_NE(converter.GetWarnings()[0].find("1 more values"), std::string::npos);
 }
 
 TEST(GridConverterTest, OutputThatWouldPassTheOffsetLimitIsStoppedAndRemoved) {

@@ -70,19 +70,22 @@ TEST_F(GridToolTest, SamplePrintsOneCsvRowPerPointInInputOrderAndTheLastErrorOnc
   for (const char* mode : {"", " --one-by-one"}) {
     const ToolRun run = Hyutil("grid sample " + grid + " --points " + points + " --method bilinear" + mode);
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "x,y,code,value\n1,2,0,11.1000004\n2,1,2,\n-1,0,2,\n2.5,1.5,0,17.6000004\n") << mode;
+    EXPECT_EQ(run.out,
+              "x,y,code,status,value\n1,2,0,ok,11.1000004\n2,1,2,no_data,\n-1,0,2,no_data,\n"
+              "2.5,1.5,0,ok,17.6000004\n")
+        << mode;
     EXPECT_EQ(run.err, "");
   }
   EXPECT_EQ(Hyutil("grid sample " + grid + " --points - --json", "0 3\n").out,
-            "[\n  {\n    \"x\": 0.0,\n    \"y\": 3.0,\n    \"code\": 0,\n    \"value\": 0.100000001\n  }\n]\n");
-  EXPECT_EQ(Hyutil("grid sample " + grid + " -0.5 2").out, "x,y,code,value\n-0.5,2,2,\n");
+            "[\n  {\n    \"x\": 0.0,\n    \"y\": 3.0,\n    \"code\": 0,\n    \"status\": \"ok\",\n    \"value\": 0.100000001\n  }\n]\n");
+  EXPECT_EQ(Hyutil("grid sample " + grid + " -0.5 2").out, "x,y,code,status,value\n-0.5,2,2,no_data,\n");
 
   std::string bytes = hytest::ReadFileBytes(grid);
   hytest::WriteU32At(bytes, hytest::OffsetEntryPosition(1), 0xFFFFFFF0u);
   const std::string bad = dir.Write("bad.hybg", bytes);
   const ToolRun damaged = Hyutil("grid sample " + bad + " --points " + dir.Write("q.txt", "1 2\n1 2\n"));
   EXPECT_EQ(damaged.status, 0);  // the command ran: errors are per point
-  EXPECT_EQ(damaged.out, "x,y,code,value\n1,2,1,\n1,2,1,\n");
+  EXPECT_EQ(damaged.out, "x,y,code,status,value\n1,2,1,error,\n1,2,1,error,\n");
   EXPECT_EQ(damaged.err,
             "hyutil: HY binary grid file '" + bad + "' may be corrupt: could not seek to file offset 4294967280 (0xFFFFFFF0).\n");
 }
@@ -95,7 +98,7 @@ TEST_F(GridToolTest, AverageGivesCodesValuesAndNoValueForHoles) {
   for (const char* mode : {"", " --one-by-one"}) {
     const ToolRun run = Hyutil("grid average " + grid + " --polygons " + polygons + mode);
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "id,code,value\n0,3,16.1000004\n1,1,\n2,2,\n3,0,\n") << mode;
+    EXPECT_EQ(run.out, "id,code,status,value\n0,3,partial,16.1000004\n1,1,unsupported,\n2,2,no_data,\n3,0,ok,\n") << mode;
     EXPECT_NE(run.err.find("p.wkt:2: polygon with holes"), std::string::npos);
   }
 }
@@ -107,7 +110,7 @@ TEST_F(GridToolTest, UnreadableInputsExitOneNamingTheFileAndBadArgumentsExitTwo)
       {"grid info " + dir.Write("bad.asc", "ncols 3\n1 2 3\n"), "bad.asc' is not a valid ESRI grid header"},
       {"grid convert " + dir.Write("s.asc", "ncols 2\nnrows 2\nxllcenter 0\nyllcenter 0\ncellsize 1\n1 2 3\n") + " " +
            dir.File("s.hybg"),
-       "'" + dir.File("s.asc") + "' ends after 3 of the 4 values"},
+       "'" + dir.File("s.asc") + "' ends after 2 of the 4 values"},
       {"grid sample " + dir.File("missing.hybg") + " 1 1", "missing.hybg"},
       {"grid sample " + grid + " --points " + dir.Write("x.txt", "1 a\n"), "x.txt:1"},
       {"grid average " + grid + " --polygons " + dir.Write("l.wkt", "LINESTRING(0 0,1 1)\n"), "l.wkt:1"}};
@@ -119,7 +122,7 @@ TEST_F(GridToolTest, UnreadableInputsExitOneNamingTheFileAndBadArgumentsExitTwo)
   const std::string badArguments[] = {
       "grid convert --codec zip " + asc + " " + dir.File("o.hybg"), "grid convert --threads 0 " + asc + " " + dir.File("o.hybg"),
       "grid convert " + asc + " " + asc /* would destroy its input */, "grid sample " + grid,
-      "grid sample " + grid + " 1 1 --method cubic", "grid average " + grid};
+      "grid sample " + grid + " 1 1 --method cubic", "grid sample " + grid + " 1 north", "grid average " + grid};
   for (const std::string& args : badArguments) EXPECT_EQ(Hyutil(args).status, 2) << args;
   EXPECT_EQ(hytest::ReadFileBytes(asc), kAscii);
 }

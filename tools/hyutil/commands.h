@@ -38,4 +38,7 @@ void AddGridCommands(CLI::App& app, int& exitCode);
 void AddGridFileCommands(CLI::App& grid, int& exitCode);
 void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 
+// "hyutil vector ...": shapefiles and MIF/MID files (vector_commands.cpp).
+void AddVectorCommands(CLI::App& app, int& exitCode);
+
 }  // namespace hyutil

@@ -24,6 +24,7 @@
 #include "hy_util/grids/batch_polygon_averager.h"
 #include "hy_util/grids/binary_grid_file.h"
 #include "hy_util/grids/binary_grid_format.h"
+#include "vector_layers.h"
 
 namespace hyutil {
 namespace {
@@ -56,6 +57,25 @@ std::string FormatValue(float value) {
   char text[32];
   std::snprintf(text, sizeof text, "%.9g", static_cast<double>(value));
   return text;
+}
+
+// The result code as a word, so that a reader of the CSV need not look it up.
+const char* StatusWord(HYBG_ResultCode code) {
+  switch (code) {
+    case HYBG_OK: return "ok";
+    case HYBG_ERROR: return "error";
+    case HYBG_NO_DATA: return "no_data";
+    case HYBG_PARTIAL: return "partial";
+  }
+  return "unknown";
+}
+
+// A CSV field, quoted when it holds a separator, a quote or a line end.
+std::string CsvField(const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return quoted + "\"";
 }
 
 nlohmann::ordered_json JsonValue(bool has, float value) {
@@ -146,14 +166,16 @@ void PrintSamples(const SampleOptions& o, const PointInput& in, const std::vecto
       out.push_back({{"x", in.points[i].x},
                      {"y", in.points[i].y},
                      {"code", static_cast<int>(answers[i].code)},
+                     {"status", StatusWord(answers[i].code)},
                      {"value", JsonValue(answers[i].code == HYBG_OK, answers[i].value)}});
     std::cout << out.dump(2) << '\n';
     return;
   }
-  std::string text = "x,y,code,value\n";
+  std::string text = "x,y,code,status,value\n";
   for (std::size_t i = 0; i < answers.size(); ++i) {
     text += in.texts[i].first + "," + in.texts[i].second + "," + std::to_string(static_cast<int>(answers[i].code)) +
-            "," + (answers[i].code == HYBG_OK ? FormatValue(answers[i].value) : "") + "\n";
+            "," + StatusWord(answers[i].code) + "," + (answers[i].code == HYBG_OK ? FormatValue(answers[i].value) : "") +
+            "\n";
   }
   std::fwrite(text.data(), 1, text.size(), stdout);
 }
@@ -173,6 +195,13 @@ int RunSample(const SampleOptions& o) {
     std::fprintf(stderr, "hyutil grid sample: give either X Y or --points FILE\n");
     return kExitUsage;
   }
+  double number = 0.0;
+  for (const std::string& c : o.coordinates) {
+    if (!ParseNumber(c, number)) {
+      std::fprintf(stderr, "hyutil grid sample: the coordinate '%s' is not a number\n", c.c_str());
+      return kExitUsage;
+    }
+  }
   CheckGrid(o.grid);
   const PointInput in = ReadPoints(o);
   std::string lastError;
@@ -189,8 +218,46 @@ using WktPolygon = boost::geometry::model::polygon<WktPoint>;
 
 struct PolygonLine {
   int id;
-  std::unique_ptr<CHU_DPolygon> polygon;  // null when the WKT polygon has holes
+  std::unique_ptr<CHU_DPolygon> polygon;  // null when the polygon has holes or several parts
+  std::string where;                      // for messages: "FILE:LINE" or the object's place
+  std::string label;                      // first attribute of a shapefile or MIF object
 };
+
+struct PolygonInput {
+  std::vector<PolygonLine> lines;
+  std::string labelColumn;  // name of the attribute column given beside each answer; empty for none
+};
+
+// Polygons of a shapefile or MIF/MID file, one per polygon object in file order,
+// numbered by their object index. Objects of other kinds are passed over with one
+// warning.
+PolygonInput ReadVectorPolygons(const std::string& path) {
+  std::unique_ptr<VectorReader> reader = OpenVectorReader(path);
+  PolygonInput in;
+  if (!reader->Columns().empty()) in.labelColumn = reader->Columns()[0].name;
+  VectorFeature f;
+  int index = 0, others = 0;
+  while (reader->Next(f)) {
+    if (f.container) continue;
+    const int id = index++;
+    if (f.kind != VectorKind::Polygon) {
+      ++others;
+      continue;
+    }
+    PolygonLine entry{id, nullptr, f.where, f.values.empty() ? std::string() : f.values[0]};
+    if (f.parts.size() == 1) {
+      entry.polygon = std::make_unique<CHU_DPolygon>();
+      const CHU_DPolyLine& ring = *f.parts[0];
+      for (int i = 0; i < ring.GetCount(); ++i) entry.polygon->AddPt(ring.GetAt(i)->x, ring.GetAt(i)->y, 0.0);
+    }
+    in.lines.push_back(std::move(entry));
+  }
+  for (const std::string& w : reader->warnings) std::fprintf(stderr, "hyutil: warning: %s\n", w.c_str());
+  if (others > 0)
+    std::fprintf(stderr, "hyutil: warning: %s: %d object%s that %s not polygons passed over\n", path.c_str(), others,
+                 others == 1 ? "" : "s", others == 1 ? "is" : "are");
+  return in;
+}
 
 std::vector<PolygonLine> ReadPolygons(const std::string& path) {
   std::ifstream file(path);
@@ -206,7 +273,7 @@ std::vector<PolygonLine> ReadPolygons(const std::string& path) {
     } catch (const std::exception& e) {
       throw InputError{path + ":" + std::to_string(index + 1) + ": not a WKT POLYGON (" + e.what() + ")"};
     }
-    PolygonLine entry{index, nullptr};
+    PolygonLine entry{index, nullptr, path + ":" + std::to_string(index + 1), {}};
     if (wkt.inners().empty()) {
       entry.polygon = std::make_unique<CHU_DPolygon>();
       for (const WktPoint& p : wkt.outer()) entry.polygon->AddPt(p.x(), p.y(), 0.0);
@@ -248,19 +315,31 @@ std::vector<HU_HYBGPolygonAnswer> AverageGrid(const std::string& grid, bool oneB
   return answers;
 }
 
-void PrintAverages(bool json, const std::vector<PolygonLine>& lines, const std::vector<HU_HYBGPolygonAnswer>& answers) {
+// A polygon that was not asked about (holes, several parts) is "unsupported".
+const char* AverageStatus(const PolygonLine& line, const HU_HYBGPolygonAnswer& answer) {
+  return line.polygon ? StatusWord(answer.code) : "unsupported";
+}
+
+void PrintAverages(bool json, const PolygonInput& in, const std::vector<HU_HYBGPolygonAnswer>& answers) {
+  const std::vector<PolygonLine>& lines = in.lines;
+  const bool labels = !in.labelColumn.empty();
   if (json) {
     nlohmann::ordered_json out = nlohmann::ordered_json::array();
-    for (std::size_t i = 0; i < answers.size(); ++i)
-      out.push_back({{"id", lines[i].id},
-                     {"code", static_cast<int>(answers[i].code)},
-                     {"value", JsonValue(answers[i].hasAverage, answers[i].average)}});
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+      nlohmann::ordered_json entry = {{"id", lines[i].id}};
+      if (labels) entry["label"] = lines[i].label;
+      entry["code"] = static_cast<int>(answers[i].code);
+      entry["status"] = AverageStatus(lines[i], answers[i]);
+      entry["value"] = JsonValue(answers[i].hasAverage, answers[i].average);
+      out.push_back(entry);
+    }
     std::cout << out.dump(2) << '\n';
     return;
   }
-  std::string text = "id,code,value\n";
+  std::string text = labels ? "id," + CsvField(in.labelColumn) + ",code,status,value\n" : "id,code,status,value\n";
   for (std::size_t i = 0; i < answers.size(); ++i) {
-    text += std::to_string(lines[i].id) + "," + std::to_string(static_cast<int>(answers[i].code)) + "," +
+    text += std::to_string(lines[i].id) + "," + (labels ? CsvField(lines[i].label) + "," : "") +
+            std::to_string(static_cast<int>(answers[i].code)) + "," + AverageStatus(lines[i], answers[i]) + "," +
             (answers[i].hasAverage ? FormatValue(answers[i].average) : "") + "\n";
   }
   std::fwrite(text.data(), 1, text.size(), stdout);
@@ -268,13 +347,16 @@ void PrintAverages(bool json, const std::vector<PolygonLine>& lines, const std::
 
 int RunAverage(const std::string& grid, const std::string& polygonsFile, bool oneByOne, bool json) {
   CheckGrid(grid);
-  const std::vector<PolygonLine> lines = ReadPolygons(polygonsFile);
+  PolygonInput in;
+  if (IsShapefilePath(polygonsFile) || IsMifPath(polygonsFile)) in = ReadVectorPolygons(polygonsFile);
+  else in.lines = ReadPolygons(polygonsFile);
+  const std::vector<PolygonLine>& lines = in.lines;
   for (const PolygonLine& l : lines)
     if (!l.polygon)
-      std::fprintf(stderr, "hyutil: %s:%d: polygon with holes is not supported\n", polygonsFile.c_str(), l.id + 1);
+      std::fprintf(stderr, "hyutil: %s: polygon with holes or several parts is not supported\n", l.where.c_str());
   std::string lastError;
   const auto answers = AverageGrid(grid, oneByOne, lines, lastError);
-  PrintAverages(json, lines, answers);
+  PrintAverages(json, in, answers);
   bool libraryError = false;
   for (std::size_t i = 0; i < answers.size(); ++i) libraryError |= lines[i].polygon && answers[i].code == HYBG_ERROR;
   if (libraryError) std::fprintf(stderr, "hyutil: %s\n", lastError.c_str());
@@ -302,9 +384,11 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode) {
     bool oneByOne = false, json = false;
   };
   auto average = std::make_shared<AverageOptions>();
-  CLI::App* a = grid.add_subcommand("average", "Mean of a binary grid file under WKT polygons, as CSV");
+  CLI::App* a = grid.add_subcommand("average", "Mean of a binary grid file under polygons, as CSV");
   a->add_option("GRID", average->grid, "Binary grid file")->required();
-  a->add_option("--polygons", average->polygons, "File with one WKT POLYGON per line")->required();
+  a->add_option("--polygons", average->polygons,
+                "Text file with one WKT POLYGON per line, a polygon shapefile (.shp) or a MIF/MID file (.mif, .mid)")
+      ->required();
   a->add_flag("--one-by-one", average->oneByOne, "Ask the reader once per polygon instead of the batch averager");
   a->add_flag("--json", average->json, "JSON instead of CSV");
   a->callback([average, &exitCode] {

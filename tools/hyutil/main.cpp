@@ -12,6 +12,7 @@ int main(int argc, char** argv) {
   int exitCode = hyutil::kExitOk;
   hyutil::AddLangCommands(app, exitCode);
   hyutil::AddGridCommands(app, exitCode);
+  hyutil::AddVectorCommands(app, exitCode);
 
   try {
     app.parse(argc, argv);
