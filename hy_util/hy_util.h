@@ -59,6 +59,15 @@
 #include "hy_util/mesh/ordered_id_map.h"
 #include "hy_util/mesh/traversable_poly_mesh.h"
 #include "hy_util/mesh/vertex_index.h"
+#include "hy_util/units/units_convert.h"
+#include "hy_util/units/units_setting.h"
+
+#include "hy_util/display/device_context.h"
+#include "hy_util/display/scale_info.h"
+#include "hy_util/display/transformation_matrix.h"
+#include "hy_util/geometry/cubic_spline.h"
+#include "hy_util/geometry/screen_rect.h"
+
 #include "hy_util/formats/mid_mif_data.h"
 #include "hy_util/formats/mid_mif_file.h"
 #include "hy_util/formats/mif_export.h"

@@ -33,6 +33,8 @@ bool CHU_MIDMIFLineReader::ReadLine(std::string& line) {
   if (!any) return false;
   if (!line.empty() && line.back() == '\n') line.pop_back();
   if (!line.empty() && line.back() == '\r') line.pop_back();
+  // Some writers start the file with a UTF-8 byte-order mark; it is not text.
+  if (lineNumber_ == 0 && line.rfind("\xEF\xBB\xBF", 0) == 0) line.erase(0, 3);
   ++lineNumber_;
   return true;
 }

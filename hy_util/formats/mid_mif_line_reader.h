@@ -3,7 +3,8 @@
 //
 // Reads a narrow text file one line at a time without any encoding guess (MID
 // values are in the file's own code page, which a leading high byte must not turn
-// into 16-bit text). LF and CR LF both end a line and are removed. A line longer
+// into 16-bit text); a UTF-8 byte-order mark before the first line is dropped.
+// LF and CR LF both end a line and are removed. A line longer
 // than kMaxLineBytes is refused: reading stops there and Failed() tells why, so a
 // damaged file without line ends cannot claim all memory.
 

@@ -17,9 +17,11 @@
 // ring's centroid.
 // MID rows: each value formatted by its column's type (Integer "%d", Char quoted,
 // Float and Double with size decimals or three when size is negative) and joined
-// with "," whatever delimiter the header declares; the reader of these files
-// (this library's and MapInfo's) accepts that for the default delimiter, and
-// callers rely on the fixed separator.
+// with "," whatever delimiter the header declares (callers rely on the fixed
+// separator; declare "," to have the rows read back as written). Char values are
+// quoted the library's way, with a backslash before a quote or backslash inside;
+// MapInfo (and CHU_MIDMIFFileImport) read a doubled quote instead, so a value that
+// holds a double quote or a backslash does not read back as it was written.
 //
 // The unit hooks (AdjustUnits...) answer whether metric-to-US conversion is asked
 // for (unit flag A 0 and unit flag B 1) but change no value: the files are written

@@ -10,6 +10,7 @@
 #include "hy_util/core/string_manager.h"
 #include "hy_util/formats/mid_mif_text.h"
 #include "hy_util/platform/application.h"
+#include "hy_util/units/units_convert.h"
 
 using hu_mif::EqualsNoCase;
 using hu_mif::SplitBlanks;
@@ -75,23 +76,6 @@ bool IsHeaderKeyword(std::string_view token) {
   return false;
 }
 
-// A double-quoted text with doubled quotes inside; an unquoted text as it is.
-std::string Unquote(std::string_view text) {
-  if (text.empty() || text.front() != '"') return std::string(text);
-  std::string out;
-  for (std::size_t i = 1; i < text.size(); ++i) {
-    if (text[i] != '"') {
-      out += text[i];
-    } else if (i + 1 < text.size() && text[i + 1] == '"') {
-      out += '"';
-      ++i;
-    } else {
-      break;
-    }
-  }
-  return out;
-}
-
 }  // namespace
 
 CHU_MIDMIFFileImport::CHU_MIDMIFFileImport(std::string midPath, std::string mifPath, int unitFlagA, int unitFlagB)
@@ -117,12 +101,29 @@ void CHU_MIDMIFFileImport::CloseFiles() {
 
 // ---- Header ----
 
+std::string CHU_MIDMIFFileImport::Unquote(std::string_view text) {
+  if (text.empty() || text.front() != '"') return std::string(text);
+  std::string out;
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (text[i] != '"') {
+      out += text[i];
+    } else if (i + 1 < text.size() && text[i + 1] == '"') {
+      out += '"';
+      ++i;
+    } else {
+      break;
+    }
+  }
+  return out;
+}
+
 void CHU_MIDMIFFileImport::SetHeaderError(const std::string& what) {
   m_lastError = m_mifPath + ", line " + std::to_string(m_mif.LineNumber()) + ": " + what;
 }
 
-bool CHU_MIDMIFFileImport::ReadHeader() {
+void CHU_MIDMIFFileImport::ResetHeader() {
   Cleanup();
+  m_columnTypes.clear();
   m_version.clear();
   m_charset.clear();
   m_delimiter.clear();
@@ -130,6 +131,20 @@ bool CHU_MIDMIFFileImport::ReadHeader() {
   m_coordSys.clear();
   m_boundsRead = false;
   m_minX = m_minY = m_maxX = m_maxY = 0.0;
+}
+
+bool CHU_MIDMIFFileImport::FinishHeader(const std::string& coordClause) {
+  ParseCoordSys(coordClause);
+  if (!m_columns.empty() && !m_mid.IsOpen()) {
+    m_lastError = m_mifPath + " has " + std::to_string(m_columns.size()) + " attribute columns, but their file " +
+                  m_midPath + " cannot be opened";
+    return false;
+  }
+  return true;
+}
+
+bool CHU_MIDMIFFileImport::ReadHeader() {
+  ResetHeader();
   if (!m_mif.IsOpen()) {
     m_lastError = "The MIF file " + m_mifPath + " is not open";
     return false;
@@ -166,20 +181,10 @@ bool CHU_MIDMIFFileImport::ReadHeader() {
       }
       if (!ReadColumns(count)) return false;
     } else if (EqualsNoCase(keyword, "Data")) {
-      ParseCoordSys(coordClause);
-      if (!m_columns.empty() && !m_mid.IsOpen()) {
-        m_lastError = m_mifPath + " has " + std::to_string(m_columns.size()) +
-                      " attribute columns, but their file " + m_midPath + " cannot be opened";
-        return false;
-      }
-      return true;
+      return FinishHeader(coordClause);
     }
   }
-  if (m_mif.Failed()) {
-    SetHeaderError("a line is too long or cannot be read");
-  } else {
-    m_lastError = m_mifPath + ": the header does not end with a \"Data\" line";
-  }
+  if (!m_mif.Failed()) m_lastError = m_mifPath + ": the header does not end with a \"Data\" line";
   return false;
 }
 
@@ -214,7 +219,7 @@ void CHU_MIDMIFFileImport::ParseCoordSys(const std::string& clause) {
 bool CHU_MIDMIFFileImport::ReadColumns(int count) {
   for (int i = 0; i < count;) {
     if (!NextLine()) {
-      SetHeaderError("the file ends inside the column list");
+      if (!m_mif.Failed()) SetHeaderError("the file ends inside the column list");
       return false;
     }
     const auto tokens = SplitBlanks(m_line);
@@ -229,6 +234,7 @@ bool CHU_MIDMIFFileImport::ReadColumns(int count) {
     int size = -1;
     if (type == CHU_MIDMIFData::kChar) size = typeTokens.size() > 1 ? CountOf(typeTokens[1]) : 0;
     AddDataItem(std::string(tokens[0]), type, size);
+    m_columnTypes.emplace_back(TrimBlanks(RestAfterFirstToken(m_line)));
     ++i;
   }
   return true;
@@ -249,7 +255,13 @@ bool CHU_MIDMIFFileImport::NextLine() {
     m_givenBack = false;
     return true;
   }
-  return m_mif.ReadLine(m_line);
+  if (m_mif.ReadLine(m_line)) return true;
+  if (m_mif.Failed()) {
+    m_lastError = m_mifPath + ", line " + std::to_string(m_mif.LineNumber() + 1) +
+                  ": the line cannot be read or is longer than " +
+                  std::to_string(CHU_MIDMIFLineReader::kMaxLineBytes >> 20) + " MiB; reading stops there";
+  }
+  return false;
 }
 
 int CHU_MIDMIFFileImport::ReadNextDataType(std::string* pointRest) {
@@ -277,6 +289,8 @@ int CHU_MIDMIFFileImport::ReadNextDataType(std::string* pointRest) {
 }
 
 bool CHU_MIDMIFFileImport::CurrentKeywordIs(std::initializer_list<const char*> keywords) const {
+  // A line given back belongs to the next object, which ReadNextDataType must reach first.
+  if (m_givenBack) return false;
   const std::string_view line = TrimBlanks(m_line);
   const std::string_view first = line.substr(0, std::min(line.size(), line.find_first_of(" \t")));
   return std::any_of(keywords.begin(), keywords.end(), [&](const char* k) { return EqualsNoCase(first, k); });
@@ -516,15 +530,16 @@ bool CHU_MIDMIFFileImport::ReadText(std::string& text, CHU_DRect& box) {
 
 int CHU_MIDMIFFileImport::ReadPoints(CHU_DPointArray& points, bool showProgress) {
   IHU_Application& app = HU_GetApplication();
-  const std::int64_t length = std::max<std::int64_t>(m_mif.Length(), 1);
+  const std::int64_t length = std::max<std::int64_t>(GetMIFLength(), 1);
   if (showProgress) app.ProgressStart(CStringManager::GetStr("HYSTR_PROGRESS_READING_MIF_POINTS"), 100);
   const std::size_t before = points.size();
   int shown = -1;
   for (int code = ReadNextDataType(); code != MIF_END_OF_FILE; code = ReadNextDataType()) {
     if (code == MIF_POINT) ReadPoint(points);
     if (code == MIF_MULTIPOINT) ReadMultiPoint(points);
-    const int step = static_cast<int>(std::min<std::int64_t>(100, m_mif.Position() * 100 / length));
-    if (showProgress && step != shown) app.ProgressSetPos(shown = step);
+    if (!showProgress) continue;
+    const int step = static_cast<int>(std::min<std::int64_t>(100, GetMIFPosition() * 100 / length));
+    if (step != shown) app.ProgressSetPos(shown = step);
   }
   if (showProgress) app.ProgressStop();
   return static_cast<int>(points.size() - before);
@@ -577,7 +592,8 @@ bool CHU_MIDMIFFileImport::SetElevationColumn(const std::string& name) {
 void CHU_MIDMIFFileImport::BeginElevations() {
   m_elevations.clear();
   if (m_elevationColumn < 0 || m_elevationColumn >= GetNumDataItems()) return;
-  for (const std::string_view token : SplitBlanks(GetMIDValue(m_elevationColumn))) {
+  const std::string value = GetMIDValue(m_elevationColumn);
+  for (const std::string_view token : SplitBlanks(value)) {
     double value = 0.0;
     m_elevations.push_back(hu_mif::ParseDouble(token, value) ? AdjustUnit(value) : kNoElevation);
   }
@@ -595,5 +611,10 @@ void CHU_MIDMIFFileImport::ApplyElevations(CHU_DPolyLine& chain, int& vertexInde
 
 double CHU_MIDMIFFileImport::AdjustUnit(double value) const {
   if (m_unitFlagA != 0 || m_unitFlagB != 1) return value;
-  return value;
+  return CHU_UnitsConvert::UnitsConvert_Metric_To_US(value, "m");
+}
+
+std::string CHU_MIDMIFFileImport::GetColumnTypeText(int column) const {
+  if (column < 0 || static_cast<std::size_t>(column) >= m_columnTypes.size()) return std::string();
+  return m_columnTypes[static_cast<std::size_t>(column)];
 }

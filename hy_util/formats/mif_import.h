@@ -49,6 +49,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "hy_util/formats/mid_mif_file.h"
@@ -99,6 +100,12 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   char GetDelimiterChar() const { return m_delimiterChar; }
   // The coordinate system clause without "Bounds" and what follows it.
   const std::string& GetCoordSys() const { return m_coordSys; }
+  // The column's type as the header wrote it ("Decimal(10,2)", "Char (50)",
+  // "Logical"), for callers that map the types this library keeps as undefined.
+  std::string GetColumnTypeText(int column) const;
+  // The text inside double quotes, a doubled quote read as one ("\"WindowsLatin1\""
+  // gives WindowsLatin1); a text that does not start with a quote as it is.
+  static std::string Unquote(std::string_view text);
 
   // Moves to the next object and reads its MID row; the object's code, or
   // MIF_END_OF_FILE. pointRest receives the text after "Point" on a point line.
@@ -151,8 +158,15 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   double AdjustUnit(double value) const;
 
   const std::string& GetLastError() const { return m_lastError; }
+  // True when reading the MIF file stopped at a line it could not take (over
+  // CHU_MIDMIFLineReader::kMaxLineBytes, or a read error) rather than at its end;
+  // GetLastError() names the line.
+  bool HasReadError() const { return m_mif.Failed(); }
   // Line number of the MIF line read last, for messages.
   std::int64_t GetLineNumber() const { return m_mif.LineNumber(); }
+  // Byte position reached in the MIF file and its length, for progress displays.
+  std::int64_t GetMIFPosition() const { return m_mif.Position(); }
+  std::int64_t GetMIFLength() const { return m_mif.Length(); }
   const std::string& GetMIFPath() const { return m_mifPath; }
   const std::string& GetMIDPath() const { return m_midPath; }
 
@@ -167,6 +181,9 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   bool CurrentKeywordIs(std::initializer_list<const char*> keywords) const;
   bool ReadRing(int count, CHU_DPolygon& ring);
   bool ReadSection(int count, CHU_DPolyLine& line);
+  void ResetHeader();
+  // At "Data": the coordinate system clause, and the MID file the columns need.
+  bool FinishHeader(const std::string& coordClause);
   void ParseCoordSys(const std::string& clause);
   bool ReadColumns(int count);
   void SetHeaderError(const std::string& what);
@@ -196,6 +213,7 @@ class CHU_MIDMIFFileImport : public CHU_MIDMIFFile {
   int m_collectionMembersLeft = 0;
   bool m_inCollectionMember = false;
   int m_elevationColumn = -1;
+  std::vector<std::string> m_columnTypes;
   std::vector<std::string> m_midRow;
   std::size_t m_midValueCount = 0;
   std::vector<double> m_elevations;

@@ -1,4 +1,5 @@
 target_sources(hy_util PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/cubic_spline.cpp
   ${CMAKE_CURRENT_LIST_DIR}/line.cpp
   ${CMAKE_CURRENT_LIST_DIR}/math.cpp
   ${CMAKE_CURRENT_LIST_DIR}/min_area_rect.cpp

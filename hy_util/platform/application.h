@@ -4,9 +4,10 @@
 // The library is passive and has no main loop; a few operations need things that
 // belong to the host: the application directory (language files), settings by
 // section and entry, global values by name ("Units", "F_TUFLOW_UNIT_SELECTED"),
-// message boxes and a progress display. A host implements IHU_Application and
-// installs it with HU_SetApplication; without a host, a default instance answers
-// (settings from an in-memory store, messages to standard error, silent progress).
+// message boxes, a progress display and the screen's resolution. A host implements
+// IHU_Application and installs it with HU_SetApplication; without a host, a default
+// instance answers (settings from an in-memory store, messages to standard error,
+// silent progress, a 96 pixels-per-inch screen).
 
 #include <map>
 #include <string>
@@ -32,6 +33,9 @@ class IHU_Application {
   virtual void ProgressStart(const std::string& caption, int steps) = 0;
   virtual void ProgressSetPos(int position) = 0;
   virtual void ProgressStop() = 0;
+
+  // Logical pixels per inch of the screen, horizontally and vertically.
+  virtual void GetScreenResolution(int& pixelsPerInchX, int& pixelsPerInchY) const = 0;
 };
 
 // The default application: values are kept in memory and may be set by a host or a
@@ -53,16 +57,28 @@ class CHU_DefaultApplication : public IHU_Application {
   void ProgressSetPos(int) override {}
   void ProgressStop() override {}
 
+  // 96 x 96 until a host sets its screen's values.
+  void GetScreenResolution(int& pixelsPerInchX, int& pixelsPerInchY) const override {
+    pixelsPerInchX = screenPpiX_;
+    pixelsPerInchY = screenPpiY_;
+  }
+
   void SetAppDirectory(std::string directory) { appDirectory_ = std::move(directory); }
   void SetProfileString(const std::string& section, const std::string& entry, std::string value);
   void SetGlobalInt(const std::string& name, int value) { ints_[name] = value; }
   void SetGlobalFlag(const std::string& name, bool value) { flags_[name] = value; }
+  void SetScreenResolution(int pixelsPerInchX, int pixelsPerInchY) {
+    screenPpiX_ = pixelsPerInchX;
+    screenPpiY_ = pixelsPerInchY;
+  }
 
  private:
   std::string appDirectory_;
   std::map<std::pair<std::string, std::string>, std::string> profile_;
   std::map<std::string, int> ints_;
   std::map<std::string, bool> flags_;
+  int screenPpiX_ = 96;
+  int screenPpiY_ = 96;
 };
 
 // The current application: the installed host, or the process's default instance.

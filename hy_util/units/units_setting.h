@@ -18,3 +18,6 @@ inline constexpr int HU_UNITS_NOT_SET = -1;
 inline int HU_GetUnitsSetting() {
   return HU_GetApplication().GetGlobalInt(HU_UNITS_SETTING, HU_UNITS_NOT_SET);
 }
+
+// Name of the global flag that, when set, stops the US-to-metric conversions.
+inline constexpr const char* HU_TUFLOW_UNIT_SELECTED_FLAG = "F_TUFLOW_UNIT_SELECTED";
