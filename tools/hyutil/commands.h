@@ -41,4 +41,7 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 // "hyutil vector ...": shapefiles and MIF/MID files (vector_commands.cpp).
 void AddVectorCommands(CLI::App& app, int& exitCode);
 
+// "hyutil boundary ...": boundary-mesh clean-up of GIS layers (boundary_commands.cpp).
+void AddBoundaryCommands(CLI::App& app, int& exitCode);
+
 }  // namespace hyutil
