@@ -72,7 +72,7 @@ class Progress {
     return true;
   }
   void Show(const std::string& text) {
-    std::fprintf(stderr, "\r%s ", text.c_str());
+    std::fprintf(stderr, "\r%-60s", text.c_str());
     drawn_ = true;
   }
   void Done() {
@@ -255,7 +255,9 @@ int RunClean(const std::vector<std::string>& inputs, double tolerance, const std
         if (f.container) continue;
         ++report.objects;
         if (progress.Due(report.objects)) {
-          progress.Show("reading " + name + ": " + std::to_string(static_cast<int>(100 * reader.Progress())) + "%");
+          const double share = reader.Progress();
+          progress.Show("reading " + name + ": " + std::to_string(report.objects) + " objects" +
+                        (share >= 0 ? ", " + std::to_string(static_cast<int>(100 * share)) + "%" : ""));
         }
         SourceObject object{f.kind, f.kindName, f.hasZ, f.values, {}};
         object.values.push_back(input);
