@@ -37,10 +37,6 @@ bool CHU_DBoundaryMeshVertex::IsAttachedToSelectedElement(int type) const {
   });
 }
 
-CHU_DBoundaryMeshElement* CHU_DBoundaryMeshVertex::GetFirstAttachedElement() const {
-  return m_attached.empty() ? nullptr : m_attached.front().second;
-}
-
 CHU_DBoundaryMesh_ElementIDIterator CHU_DBoundaryMeshVertex::GetElementIDIterator() const {
   return CHU_DBoundaryMesh_ElementIDIterator(&m_attached, nullptr);
 }

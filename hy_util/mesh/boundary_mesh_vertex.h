@@ -37,8 +37,6 @@ class CHU_DBoundaryMeshVertex {
   bool IsOrphaned() const { return m_attached.empty(); }
 
   const HU_AttachedElementList& GetAttachedElements() const { return m_attached; }
-  // The first attached element, or null.
-  CHU_DBoundaryMeshElement* GetFirstAttachedElement() const;
 
   CHU_DBoundaryMesh_ElementIDIterator GetElementIDIterator() const;
   CHU_DBoundaryMesh_ElementIDIterator GetPointIDIterator() const;

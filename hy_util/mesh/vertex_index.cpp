@@ -185,7 +185,3 @@ bool HU_VertexIndex::FindInBox(const CHU_DPoint& position, double tolerance,
 bool HU_VertexIndex::InBox(const CHU_DPoint& vertex, const CHU_DPoint& position, double tolerance) {
   return std::abs(vertex.x - position.x) <= tolerance && std::abs(vertex.y - position.y) <= tolerance;
 }
-
-void HU_VertexIndex::SortByMapOrder(std::vector<CHU_DBoundaryMeshVertex*>& vertices) {
-  std::sort(vertices.begin(), vertices.end(), [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
-}

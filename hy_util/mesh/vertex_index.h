@@ -49,7 +49,6 @@ class HU_VertexIndex {
 
   // The exact box rule shared by the index and the scans.
   static bool InBox(const CHU_DPoint& vertex, const CHU_DPoint& position, double tolerance);
-  static void SortByMapOrder(std::vector<CHU_DBoundaryMeshVertex*>& vertices);
 
  private:
   struct Impl;

@@ -34,6 +34,10 @@ TEST(BoundaryMeshTest, ExplicitIDsMoveTheCounterPastThemAndTakenOnesFallBackToIt
   }
   EXPECT_EQ(mesh.AddPoint(P(1, 1), 0, 2), 2);
   EXPECT_EQ(mesh.AddPoint(P(1, 1), 0), 11);
+  EXPECT_EQ(mesh.AddPoint(P(1, 1), 0, 2147483647), 2147483647);
+  EXPECT_EQ(mesh.AddPoint(P(1, 1), 0), -1);  // the ID range is used up
+  EXPECT_EQ(mesh.GetPointCount(), 3);
+  EXPECT_EQ(mesh.GetVertexCount(), 17);      // the failed point left no vertex behind
 }
 
 TEST(BoundaryMeshTest, SetsAreCreatedOnDemandAndRemovedWithOrWithoutMembers) {
