@@ -54,11 +54,11 @@ HU_FlowConstrictionList HU_FlowConstrictionList::Parse(const std::vector<std::st
     result.m_current = 1;
     result.m_vertexCount = 0;
   }
-  const std::size_t blocks = std::min(static_cast<std::size_t>(n), list.size());
-  result.m_blocks.resize(blocks);
+  // Blocks are kept as far as the list goes; those it announces but never reaches
+  // are not made up.
   std::size_t pos = 3;
-  for (CHU_FlowConstrictionElevationSet& block : result.m_blocks) {
-    if (pos >= list.size()) break;
+  for (int b = 0; b < n && pos < list.size(); ++b) {
+    CHU_FlowConstrictionElevationSet& block = result.m_blocks.emplace_back();
     block.presence = ReadInt(list[pos++]);
     if (block.presence == 0) continue;
     const int code = pos < list.size() ? ReadInt(list[pos++]) : 0;
@@ -107,7 +107,10 @@ void HU_FlowConstrictionList::InsertVertex(int index, bool interpolate) {
   for (CHU_FlowConstrictionElevationSet& block : m_blocks) {
     std::vector<std::string>* values = ValuesOf(block);
     if (values == nullptr || block.constant) continue;
-    const std::size_t at = std::min(static_cast<std::size_t>(std::max(index, 0)), values->size());
+    // A list cut short has no place for the entry: it stays as it is, just as a
+    // deletion past its end leaves it.
+    if (index < 0 || static_cast<std::size_t>(index) > values->size()) continue;
+    const std::size_t at = static_cast<std::size_t>(index);
     std::string value = "0";
     if (interpolate && at > 0 && at < values->size()) {
       const auto before = ReadWholeNumber((*values)[at - 1]);

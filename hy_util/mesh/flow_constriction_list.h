@@ -12,10 +12,10 @@
 // Reading is forgiving, as the host's own reader is: a list too short for its
 // header reads as N = C = V = 0; an empty, zero or negative N reads as N = 0,
 // C = 1, V = 0; a C outside 0..N-1 reads as C = 1, V = 0; a list that ends early
-// is read as far as it goes, and blocks it announces but never reaches are empty.
-// Nothing is sized by a number from the list: at most as many blocks as the list
-// has strings are kept (and written back under the unchanged header), and value
-// lists hold only the values present.
+// is read as far as it goes. Blocks the list announces but never reaches are not
+// made up: they are neither kept nor written back (the header keeps its N), so
+// nothing is sized by a number from the list and rewriting a list only ever adds
+// the entries of an inserted vertex.
 //
 // The two rewriting routines add or delete one vertex's entry in every per-vertex
 // value list and write the header with N (3 when it was 0), C and the new V:
@@ -44,8 +44,8 @@ class HU_FlowConstrictionList {
   static HU_FlowConstrictionList Parse(const std::vector<std::string>& list);
   std::vector<std::string> Write() const;
 
-  // Adds an entry at index (clamped to each value list's end) and counts one more
-  // vertex; interpolate selects the double-layer rule.
+  // Adds an entry at index to each value list that reaches it (index <= its size)
+  // and counts one more vertex; interpolate selects the double-layer rule.
   void InsertVertex(int index, bool interpolate);
   // Deletes entry index from each value list that has it; one vertex fewer (never
   // below 0).
