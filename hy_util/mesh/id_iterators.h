@@ -8,6 +8,8 @@
 // from that map invalidates them, so collect IDs first and then remove.
 // The mesh and the vertex hand iterators out; their constructors are private.
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -24,8 +26,9 @@ class CHU_DBoundaryMeshVertex;
 using HU_ElementMap = HU_OrderedIdMap<CHU_DBoundaryMeshElement>;
 using HU_ElementSetMap = HU_OrderedIdMap<CHU_DBoundaryMeshElementSet>;
 using HU_VertexMap = HU_OrderedIdMap<CHU_DBoundaryMeshVertex>;
-// A vertex's attached elements in attachment order (usually one to four entries).
-using HU_AttachedElementList = std::vector<std::pair<int, CHU_DBoundaryMeshElement*>>;
+// A vertex's attached elements in attachment order. Most vertices have one or
+// two, which are kept inside the vertex without a separate allocation.
+using HU_AttachedElementList = boost::container::small_vector<std::pair<int, CHU_DBoundaryMeshElement*>, 2>;
 
 class CHU_DBoundaryMesh_ElementIDIterator {
  public:

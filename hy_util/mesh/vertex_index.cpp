@@ -15,7 +15,6 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
-#include <unordered_map>
 #include <utility>
 
 #include "hy_util/mesh/boundary_mesh_vertex.h"
@@ -34,14 +33,96 @@ struct ExactKey {
   bool operator==(const ExactKey& other) const { return x == other.x && y == other.y && z == other.z; }
 };
 
+// Mixes every bit of the input into the low bits, which pick the slot: map
+// coordinates that are whole numbers have long runs of zero low bits.
+std::uint64_t Mix(std::uint64_t h) {
+  h ^= h >> 33;
+  h *= 0xFF51AFD7ED558CCDull;
+  h ^= h >> 33;
+  h *= 0xC4CEB9FE1A85EC53ull;
+  return h ^ (h >> 33);
+}
+
 struct ExactKeyHash {
   std::size_t operator()(const ExactKey& key) const {
     // + 0.0 maps -0.0 to +0.0, which compares equal and must hash alike.
-    std::uint64_t h = std::bit_cast<std::uint64_t>(key.x + 0.0);
-    h = h * 0x9E3779B97F4A7C15ull ^ std::bit_cast<std::uint64_t>(key.y + 0.0);
-    h = h * 0x9E3779B97F4A7C15ull ^ std::bit_cast<std::uint64_t>(key.z + 0.0);
-    return static_cast<std::size_t>(h ^ (h >> 29));
+    std::uint64_t h = Mix(std::bit_cast<std::uint64_t>(key.x + 0.0));
+    h = Mix(h ^ std::bit_cast<std::uint64_t>(key.y + 0.0));
+    h = Mix(h ^ std::bit_cast<std::uint64_t>(key.z + 0.0));
+    return static_cast<std::size_t>(h);
   }
+};
+
+// An open-addressing hash table from exact position to vertex, several vertices
+// per position allowed. Slots hold the key beside the pointer, so a lookup reads
+// one run of adjacent slots and no vertex; linear probing with backward-shift
+// deletion keeps runs short without tombstones.
+class ExactTable {
+ public:
+  struct Slot {
+    ExactKey key;
+    CHU_DBoundaryMeshVertex* vertex = nullptr;
+  };
+
+  void Insert(const ExactKey& key, CHU_DBoundaryMeshVertex* vertex) {
+    if ((m_count + 1) * 2 > m_slots.size()) Grow(std::max<std::size_t>(64, m_slots.size() * 2));
+    std::size_t i = Home(key);
+    while (m_slots[i].vertex != nullptr) i = (i + 1) & m_mask;
+    m_slots[i] = Slot{key, vertex};
+    ++m_count;
+  }
+  void Erase(const ExactKey& key, const CHU_DBoundaryMeshVertex* vertex) {
+    if (m_slots.empty()) return;
+    std::size_t i = Home(key);
+    for (; m_slots[i].vertex != nullptr; i = (i + 1) & m_mask) {
+      if (m_slots[i].vertex == vertex) break;
+    }
+    if (m_slots[i].vertex == nullptr) return;
+    // Shift later members of the run back over the gap where their home allows.
+    for (std::size_t j = (i + 1) & m_mask; m_slots[j].vertex != nullptr; j = (j + 1) & m_mask) {
+      const std::size_t home = Home(m_slots[j].key);
+      const bool movable = i <= j ? (home <= i || home > j) : (home <= i && home > j);
+      if (movable) {
+        m_slots[i] = m_slots[j];
+        i = j;
+      }
+    }
+    m_slots[i] = Slot{};
+    --m_count;
+  }
+  template <class Visit>
+  void ForEachAt(const ExactKey& key, Visit visit) const {
+    if (m_slots.empty()) return;
+    for (std::size_t i = Home(key); m_slots[i].vertex != nullptr; i = (i + 1) & m_mask) {
+      if (m_slots[i].key == key) visit(m_slots[i].vertex);
+    }
+  }
+  void Clear() {
+    m_slots.clear();
+    m_mask = 0;
+    m_count = 0;
+  }
+  void Reserve(std::size_t n) {
+    std::size_t size = 64;
+    while (size < 2 * n) size *= 2;
+    if (size > m_slots.size()) Grow(size);
+  }
+
+ private:
+  std::size_t Home(const ExactKey& key) const { return ExactKeyHash()(key) & m_mask; }
+  void Grow(std::size_t size) {
+    std::vector<Slot> old = std::move(m_slots);
+    m_slots.assign(size, Slot{});
+    m_mask = size - 1;
+    m_count = 0;
+    for (const Slot& slot : old) {
+      if (slot.vertex != nullptr) Insert(slot.key, slot.vertex);
+    }
+  }
+
+  std::vector<Slot> m_slots;
+  std::size_t m_mask = 0;
+  std::size_t m_count = 0;
 };
 
 bool HasNaN(const CHU_DPoint& p) { return std::isnan(p.x) || std::isnan(p.y) || std::isnan(p.z); }
@@ -58,7 +139,7 @@ struct HU_VertexIndex::Impl {
                std::vector<CHU_DBoundaryMeshVertex*>& out) const;
 
   const HU_VertexMap& vertices;
-  std::unordered_multimap<ExactKey, CHU_DBoundaryMeshVertex*, ExactKeyHash> exact;
+  ExactTable exact;
   bgi::rtree<TreeValue, bgi::quadratic<16>> tree;
   // New entries wait here until a box search needs them: a few are scanned, a
   // batch (a whole import) is bulk-loaded in one go.
@@ -108,38 +189,31 @@ HU_VertexIndex::~HU_VertexIndex() = default;
 
 void HU_VertexIndex::Insert(CHU_DBoundaryMeshVertex* vertex) {
   const CHU_DPoint& p = vertex->GetPosition();
-  if (!HasNaN(p)) m_impl->exact.emplace(KeyOf(p), vertex);
+  if (!HasNaN(p)) m_impl->exact.Insert(KeyOf(p), vertex);
   if (PlanFinite(p)) m_impl->pending.emplace_back(BPoint(p.x, p.y), vertex->GetID());
 }
 
 void HU_VertexIndex::Remove(CHU_DBoundaryMeshVertex* vertex) {
   const CHU_DPoint& p = vertex->GetPosition();
   if (!HasNaN(p)) {
-    auto [first, last] = m_impl->exact.equal_range(KeyOf(p));
-    for (auto it = first; it != last; ++it) {
-      if (it->second == vertex) {
-        m_impl->exact.erase(it);
-        break;
-      }
-    }
+    m_impl->exact.Erase(KeyOf(p), vertex);
   }
   if (PlanFinite(p)) ++m_impl->stale;
 }
 
 void HU_VertexIndex::Clear() {
-  m_impl->exact.clear();
+  m_impl->exact.Clear();
   m_impl->tree.clear();
   m_impl->pending.clear();
   m_impl->stale = 0;
 }
 
-void HU_VertexIndex::Reserve(std::size_t n) { m_impl->exact.reserve(n); }
+void HU_VertexIndex::Reserve(std::size_t n) { m_impl->exact.Reserve(n); }
 
 void HU_VertexIndex::FindExact(const CHU_DPoint& position, std::vector<CHU_DBoundaryMeshVertex*>& out) const {
   if (HasNaN(position)) return;
   const std::size_t start = out.size();
-  auto [first, last] = m_impl->exact.equal_range(KeyOf(position));
-  for (auto it = first; it != last; ++it) out.push_back(it->second);
+  m_impl->exact.ForEachAt(KeyOf(position), [&out](CHU_DBoundaryMeshVertex* v) { out.push_back(v); });
   if (out.size() - start > 1) {
     std::sort(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(),
               [](const auto* a, const auto* b) { return a->m_mapOrder < b->m_mapOrder; });
@@ -149,10 +223,9 @@ void HU_VertexIndex::FindExact(const CHU_DPoint& position, std::vector<CHU_DBoun
 CHU_DBoundaryMeshVertex* HU_VertexIndex::FindFirstExact(const CHU_DPoint& position) const {
   if (HasNaN(position)) return nullptr;
   CHU_DBoundaryMeshVertex* first = nullptr;
-  auto [begin, end] = m_impl->exact.equal_range(KeyOf(position));
-  for (auto it = begin; it != end; ++it) {
-    if (first == nullptr || it->second->m_mapOrder < first->m_mapOrder) first = it->second;
-  }
+  m_impl->exact.ForEachAt(KeyOf(position), [&first](CHU_DBoundaryMeshVertex* v) {
+    if (first == nullptr || v->m_mapOrder < first->m_mapOrder) first = v;
+  });
   return first;
 }
 

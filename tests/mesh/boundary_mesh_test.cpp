@@ -395,11 +395,12 @@ TEST(BoundaryMeshTest, BadInputGetsNothingAndNeverCrashes) {
 
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double inf = std::numeric_limits<double>::infinity();
-  const CHU_DPolyLine odd = Line({P(nan, 0), P(inf, 1), P(1, 1)});
+  const CHU_DPolyLine odd = Line({P(nan, 0), P(inf, 1), P(0.0, 1)});
   const int id = mesh.AddPolyline(&odd, 11, kWeld);  // a type-11 line without a store
   ASSERT_GE(id, 0);
   EXPECT_EQ(mesh.FindVertex(P(nan, 0), -1), -1);
   EXPECT_EQ(mesh.FindVertex(P(inf, 1), -1), 1);
+  EXPECT_EQ(mesh.FindVertex(P(-0.0, 1), -1), 2);  // -0.0 equals 0.0, so it is the same position
   EXPECT_EQ(mesh.FindAllVerticesNearPosition(P(0, 0), inf), (std::vector<int>{1, 2}));
   EXPECT_TRUE(mesh.FindAllVerticesNearPosition(P(0, 0), nan).empty());
   EXPECT_FALSE(mesh.MoveVertex(99, P(0, 0)));
