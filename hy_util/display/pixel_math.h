@@ -16,15 +16,10 @@ inline int Trunc(double value) {
   return static_cast<int>(value);
 }
 
-inline int Clamp(long long value) {
-  if (value > INT_MAX) return INT_MAX;
-  if (value < INT_MIN) return INT_MIN;
-  return static_cast<int>(value);
-}
-
-// origin + offset and origin - offset, saturating.
-inline int Add(int origin, int offset) { return Clamp(static_cast<long long>(origin) + offset); }
-inline int Sub(int origin, int offset) { return Clamp(static_cast<long long>(origin) - offset); }
+// origin + trunc(offset) and origin - trunc(offset), saturating. Summed as doubles,
+// which are exact for every pixel position an int can hold.
+inline int Add(int origin, double offset) { return Trunc(origin + std::trunc(offset)); }
+inline int Sub(int origin, double offset) { return Trunc(origin - std::trunc(offset)); }
 
 inline double Div(double numerator, double denominator) {
   return denominator == 0.0 ? 0.0 : numerator / denominator;

@@ -63,10 +63,10 @@ double CHU_TransformationMatrix::K(const CHU_ScaleInfo& densities, bool horizont
 
 void CHU_TransformationMatrix::D2W2V(const CHU_DPoint& world, CHU_ScreenPoint& device) const {
   if (!m_current) return;
-  device.x = HU_PixelMath::Add(
-      m_currentOriginX, Trunc(Div(world.x - m_worldOriginX, m_scaleX) * K(*m_current, true)));
-  device.y = HU_PixelMath::Sub(
-      m_currentOriginY, Trunc(Div(world.y - m_worldOriginY, m_scaleY) * K(*m_current, false)));
+  device.x = HU_PixelMath::Add(m_currentOriginX,
+                               Div(world.x - m_worldOriginX, m_scaleX) * K(*m_current, true));
+  device.y = HU_PixelMath::Sub(m_currentOriginY,
+                               Div(world.y - m_worldOriginY, m_scaleY) * K(*m_current, false));
 }
 
 void CHU_TransformationMatrix::D2W2V(const CHU_DPoint* world, CHU_ScreenPoint* device) const {

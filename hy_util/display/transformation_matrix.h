@@ -16,12 +16,12 @@
 // (the "current" densities and origin); device-to-world conversions (D2V2W...)
 // always use the display. Pixel results are truncated toward zero.
 //
-// Unlike the classic behaviour of this class, degenerate states are safe: a zero
-// scale or density makes a conversion give 0 instead of dividing by zero, pixel
-// values saturate at the int limits, conversions that need densities that do not
-// exist (printer conversions without a printer) leave their output untouched and
-// return 0, a push beyond five saved states is ignored and a pop with none saved
-// changes nothing. Null out pointers are ignored.
+// Degenerate states are safe: a zero scale or density makes a conversion give 0
+// instead of dividing by zero, pixel values saturate at the int limits (NaN gives
+// 0), conversions that need densities that do not exist (printer conversions
+// without a printer) leave their output untouched and return 0, a push beyond
+// five saved states is ignored and a pop with none saved changes nothing. Null out
+// pointers are ignored.
 //
 // Kept on purpose: the y scale of V2WMapping(px, py, wx, wy) uses the horizontal
 // density; copies and assignments copy the densities and origins listed at their

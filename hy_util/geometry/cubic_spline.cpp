@@ -16,6 +16,25 @@ bool StrictlyIncreasingAndFinite(const std::vector<double>& x) {
   return true;
 }
 
+// Index of the first of `count` sorted values at or above x, or count when there is
+// none (NaN included, which nothing reaches). The halving step is a conditional move
+// rather than a branch (random queries would mispredict half the branches), and on
+// long tables the memory of the following step is requested ahead.
+std::size_t LowerBound(const double* values, std::size_t count, double x) {
+  if (count == 0) return 0;
+  const double* base = values;
+  while (count > 1) {
+    const std::size_t half = count / 2;
+    // Both places the next step may look at, fetched while this step decides.
+    const std::size_t nextHalf = (count - half) / 2;
+    __builtin_prefetch(base + nextHalf);
+    __builtin_prefetch(base + half + nextHalf);
+    base = x <= base[half - 1] ? base : base + half;
+    count -= half;
+  }
+  return static_cast<std::size_t>(base - values) + (x <= *base ? 0 : 1);
+}
+
 }  // namespace
 
 CHU_CubicSpline2D::CHU_CubicSpline2D(int n, const double* xs, const double* ys, SplineType type)
@@ -48,12 +67,29 @@ void CHU_CubicSpline2D::RemoveFirstDerivativeConstraint(int i) {
 double CHU_CubicSpline2D::GetMinX() const { return m_x.empty() ? kNaN : m_x.front(); }
 double CHU_CubicSpline2D::GetMaxX() const { return m_x.empty() ? kNaN : m_x.back(); }
 
+// Whether interval i is the first one with x <= x(i+1): x lies in (x(i), x(i+1)],
+// the first interval reaching down to -infinity and the last up to +infinity.
+bool CHU_CubicSpline2D::InInterval(std::size_t i, double x) const {
+  const std::size_t last = m_x.size() - 2;
+  return i <= last && (i == 0 || x > m_x[i]) && (i == last || x <= m_x[i + 1]);
+}
+
 std::size_t CHU_CubicSpline2D::FindInterval(double x) const {
-  // The first interval i (0 to n - 2) with x <= x(i+1): a lower bound over the
-  // interior points x(1) .. x(n-2); past them, the last interval.
-  const auto first = m_x.begin() + 1;
-  const auto last = m_x.end() - 1;
-  return static_cast<std::size_t>(std::lower_bound(first, last, x) - first);
+  const std::size_t hint = m_hint.Get();
+  if (InInterval(hint, x)) return hint;
+  if (InInterval(hint + 1, x)) {
+    m_hint.Set(hint + 1);
+    return hint + 1;
+  }
+  // A lower bound over the interior points x(1) .. x(n-2); past them, the last interval.
+  const std::size_t i = LowerBound(m_x.data() + 1, m_x.size() - 2, x);
+  m_hint.Set(i);
+  return i;
+}
+
+int CHU_CubicSpline2D::GetInterval(double x) const {
+  if (!m_valid || m_x.size() < 2) return -1;
+  return static_cast<int>(FindInterval(x));
 }
 
 double CHU_CubicSpline2D::ComputeY(double x) const {

@@ -7,7 +7,8 @@
 //                            derivative at both ends; slope constraints are ignored.
 //   ST_CONSTRAINED           slopes from the neighbouring secants (zero at local
 //                            extrema), so the curve never overshoots the data between
-//                            points; a point may be given a fixed first derivative.
+//                            points; a point may be given a fixed first derivative
+//                            (which may then make it overshoot).
 //   ST_CONSTRAINED_MONOTONE  as ST_CONSTRAINED, then slopes are made non-negative and
 //                            no steeper than the secant to their left, so the curve
 //                            through non-decreasing data never decreases.
@@ -15,16 +16,23 @@
 // x = 0 loses digits to cancellation; the natural type works relative to each
 // interval's start.
 //
-// ComputeY finds the interval by binary search: the first interval whose right end
-// is at or beyond x. Outside the table the end cubics are extrapolated.
+// ComputeY uses the first interval whose right end is at or beyond x; outside the
+// table the end cubics are extrapolated. It first tries the interval of the previous
+// call and the one after it (queries that sweep along the curve hit them), and
+// otherwise finds the interval by binary search. The remembered interval is only a
+// guess kept in a relaxed atomic, so a spline may be evaluated from several threads.
 //
-// Degenerate tables, which the classic class left undefined, are defined here:
-// no points gives NaN everywhere; one point gives its y everywhere; x values that
-// are not finite or not strictly increasing make the table invalid (IsValid()
-// false) and ComputeY answer NaN. Constraint indices outside the table are ignored.
-// Two points without constraints give the straight line through them (the end-slope
-// rule would otherwise define each end slope by the other).
+// Degenerate tables have a defined answer: no points gives NaN everywhere; one
+// point gives its y everywhere; x values that are not finite or not strictly
+// increasing make the table invalid (IsValid() false) and ComputeY answer NaN.
+// Constraint indices outside the table are ignored. Two points without constraints
+// give the straight line through them (the end-slope rule would otherwise define
+// each end slope by the other). An unknown type value evaluates to 0.
+// The monotone pass assumes rising data: on falling data it keeps the slopes at the
+// (negative) left secants and the curve can overshoot.
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -48,6 +56,10 @@ class CHU_CubicSpline2D {
   virtual void RemoveFirstDerivativeConstraint(int i);
   virtual double ComputeY(double x) const;
 
+  // The interval ComputeY uses for x: 0 to n - 2 (the last one for NaN, which no
+  // right end reaches), or -1 when the table has fewer than two points or is invalid.
+  int GetInterval(double x) const;
+
   double GetMinX() const;
   double GetMaxX() const;
   int GetCount() const { return static_cast<int>(m_x.size()); }
@@ -66,6 +78,23 @@ class CHU_CubicSpline2D {
     double constant;
   };
 
+  // The interval of the last evaluation; copies start from the source's guess.
+  class IntervalHint {
+   public:
+    IntervalHint() = default;
+    IntervalHint(const IntervalHint& other) : value_(other.Get()) {}
+    IntervalHint& operator=(const IntervalHint& other) {
+      Set(other.Get());
+      return *this;
+    }
+    std::size_t Get() const { return value_.load(std::memory_order_relaxed); }
+    void Set(std::size_t i) const { value_.store(i, std::memory_order_relaxed); }
+
+   private:
+    mutable std::atomic<std::size_t> value_{0};
+  };
+
+  bool InInterval(std::size_t i, double x) const;
   std::size_t FindInterval(double x) const;
   void BuildNatural();
   void BuildConstrained(bool monotone);
@@ -79,4 +108,5 @@ class CHU_CubicSpline2D {
   std::vector<std::uint8_t> m_constrained;  // empty until the first constraint
   std::vector<double> m_slopes;
   bool m_valid = false;
+  IntervalHint m_hint;
 };

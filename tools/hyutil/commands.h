@@ -40,6 +40,9 @@ void AddGridQueryCommands(CLI::App& grid, int& exitCode);
 
 // "hyutil vector ...": shapefiles and MIF/MID files (vector_commands.cpp).
 void AddVectorCommands(CLI::App& app, int& exitCode);
+// "hyutil units ..." (convert, list) and "hyutil curve".
+void AddUnitsCommands(CLI::App& app, int& exitCode);
+void AddCurveCommands(CLI::App& app, int& exitCode);
 
 // "hyutil boundary ...": boundary-mesh clean-up of GIS layers (boundary_commands.cpp).
 void AddBoundaryCommands(CLI::App& app, int& exitCode);

@@ -14,6 +14,8 @@ int main(int argc, char** argv) {
   hyutil::AddGridCommands(app, exitCode);
   hyutil::AddVectorCommands(app, exitCode);
   hyutil::AddBoundaryCommands(app, exitCode);
+  hyutil::AddUnitsCommands(app, exitCode);
+  hyutil::AddCurveCommands(app, exitCode);
 
   try {
     app.parse(argc, argv);

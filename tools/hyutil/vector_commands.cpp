@@ -45,6 +45,36 @@ const char* TypeName(VectorColumn::Type type) {
   }
 }
 
+// Text for JSON, which must be UTF-8. dBASE tables and MIF files of older programs
+// hold 8-bit text in a Windows code page; text that is not valid UTF-8 is read as
+// Latin-1, whose characters map one to one onto the first 256 code points.
+bool IsUtf8(const std::string& text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    const std::size_t length = c < 0x80 ? 1 : (c >> 5) == 0x6 ? 2 : (c >> 4) == 0xE ? 3 : (c >> 3) == 0x1E ? 4 : 0;
+    if (length == 0 || i + length > text.size()) return false;
+    for (std::size_t k = 1; k < length; ++k)
+      if ((static_cast<unsigned char>(text[i + k]) >> 6) != 0x2) return false;
+    i += length;
+  }
+  return true;
+}
+
+std::string JsonText(const std::string& text) {
+  if (IsUtf8(text)) return text;
+  std::string utf8;
+  for (char ch : text) {
+    const auto c = static_cast<unsigned char>(ch);
+    if (c < 0x80) {
+      utf8 += ch;
+    } else {
+      utf8 += static_cast<char>(0xC0 | (c >> 6));
+      utf8 += static_cast<char>(0x80 | (c & 0x3F));
+    }
+  }
+  return utf8;
+}
+
 // Progress on standard error while a person watches: objects read, and the share
 // of the file when the reader knows it.
 class Progress {
@@ -127,11 +157,9 @@ LayerSummary Summarise(VectorReader& reader, const std::string& label) {
     }
     KindCount& k = s.kinds[f.kindName];
     ++k.objects;
-    k.parts += static_cast<long long>(f.parts.size());
-    for (const auto& p : f.parts) {
-      k.vertices += p->GetCount();
-      AddToBounds(s, *p);
-    }
+    k.parts += static_cast<long long>(f.partCount);
+    k.vertices += f.vertexCount;
+    for (const auto& p : f.parts) AddToBounds(s, *p);
   }
   return s;
 }
@@ -146,13 +174,15 @@ const char* PartWord(const std::string& kind) {
 
 int RunInfo(const std::string& path, bool json) {
   std::unique_ptr<VectorReader> reader = OpenVectorReader(path);
-  const LayerSummary s = Summarise(*reader, std::filesystem::path(path).filename().string());
   const auto header = reader->HeaderBounds();
+  // The vertices are only needed for bounds that the header does not give.
+  reader->SetVerticesWanted(!header);
+  const LayerSummary s = Summarise(*reader, std::filesystem::path(path).filename().string());
   const std::array<double, 4> bounds = header ? *header : s.bounds;
   const bool haveBounds = header || s.haveBounds;
   if (json) {
     Json out;
-    out["file"] = path;
+    out["file"] = JsonText(path);
     out["format"] = reader->Format();
     out["objects"] = s.objects;
     Json kinds = Json::object();
@@ -167,10 +197,10 @@ int RunInfo(const std::string& path, bool json) {
     out["skipped"] = s.skipped.empty() ? Json::object() : Json(s.skipped);
     out["bounds"] = haveBounds ? Json{{"xmin", bounds[0]}, {"ymin", bounds[1]}, {"xmax", bounds[2]}, {"ymax", bounds[3]}}
                                : Json(nullptr);
-    out["coordsys"] = reader->CoordSys();
+    out["coordsys"] = JsonText(reader->CoordSys());
     Json columns = Json::array();
     for (const VectorColumn& c : reader->Columns()) {
-      Json column = {{"name", c.name}, {"type", TypeName(c.type)}, {"file_type", c.fileType}};
+      Json column = {{"name", JsonText(c.name)}, {"type", TypeName(c.type)}, {"file_type", JsonText(c.fileType)}};
       column["width"] = c.width > 0 ? Json(c.width) : Json(nullptr);
       column["decimals"] = c.decimals >= 0 ? Json(c.decimals) : Json(nullptr);
       columns.push_back(column);
@@ -276,7 +306,7 @@ Json Properties(const std::vector<VectorColumn>& columns, const std::vector<std:
   Json properties = Json::object();
   for (std::size_t c = 0; c < columns.size(); ++c) {
     const std::string& v = c < values.size() ? values[c] : std::string();
-    Json value = v;
+    Json value = JsonText(v);
     if (columns[c].type == VectorColumn::Integer || columns[c].type == VectorColumn::Double) {
       double number = 0.0;
       const char* begin = v.data() + (!v.empty() && v[0] == '+');
@@ -286,7 +316,7 @@ Json Properties(const std::vector<VectorColumn>& columns, const std::vector<std:
                   ? Json(static_cast<long long>(number))
                   : Json(number);
     }
-    properties[columns[c].name] = value;
+    properties[JsonText(columns[c].name)] = value;
   }
   return properties;
 }
@@ -378,8 +408,10 @@ int RunConvert(const std::string& input, const std::string& output, bool quiet) 
   PrintWarnings(writer->warnings);
   if (!quiet) {
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    std::printf("read %lld objects from %s in %.2f s; wrote:\n", objects, input.c_str(), seconds);
+    std::printf("read %lld object%s from %s in %.2f s; wrote:\n", objects, objects == 1 ? "" : "s", input.c_str(),
+                seconds);
     for (const std::string& w : written) std::printf("  %s\n", w.c_str());
+    if (written.empty()) std::printf("  nothing\n");
   }
   return kExitOk;
 }

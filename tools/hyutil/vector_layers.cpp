@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <map>
+#include <sstream>
 
 #include "commands.h"
 #include "hy_util/formats/mif_export.h"
@@ -39,10 +39,12 @@ std::string Companion(const std::string& path, const char* lower) {
   return fs::path(path).replace_extension(replaced).string();
 }
 
+// Without the blanks and tabs around it: dBASE pads values to their width, and
+// MID files often align them.
 std::string Trim(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
+  const auto first = text.find_first_not_of(" \t");
   if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 // Collects the message boxes a library class shows while it is installed.
@@ -91,8 +93,8 @@ class ShapefileReader : public VectorReader {
     const fs::path prj = fs::path(path).replace_extension(".prj");
     if (fs::is_regular_file(prj, ec) && fs::file_size(prj, ec) < (1u << 20)) {
       std::ifstream in(prj, std::ios::binary);
-      std::getline(in, coordSys, '\0');
-      while (!coordSys.empty() && std::isspace(static_cast<unsigned char>(coordSys.back()))) coordSys.pop_back();
+      std::getline(in, coordSys_, '\0');
+      while (!coordSys_.empty() && std::isspace(static_cast<unsigned char>(coordSys_.back()))) coordSys_.pop_back();
     }
   }
 
@@ -105,7 +107,7 @@ class ShapefileReader : public VectorReader {
     shp_->GetBounds(b[0], b[1], b[2], b[3]);
     return b;
   }
-  std::string CoordSys() const override { return coordSys; }
+  std::string CoordSys() const override { return coordSys_; }
   double Progress() const override {
     return shp_->GetNumObjects() > 0 ? static_cast<double>(next_) / shp_->GetNumObjects() : 1.0;
   }
@@ -144,9 +146,13 @@ class ShapefileReader : public VectorReader {
       for (int v = first; v < end; ++v) chain->AddPt(shape->padfX[v], shape->padfY[v], f.hasZ ? shape->padfZ[v] : noZ);
       f.parts.push_back(std::move(chain));
     };
-    if (f.kind == VectorKind::Point || f.kind == VectorKind::MultiPoint) {
+    const bool points = f.kind == VectorKind::Point || f.kind == VectorKind::MultiPoint;
+    const bool chains = f.kind == VectorKind::Polyline || f.kind == VectorKind::Polygon;
+    f.partCount = points ? 1 : chains ? static_cast<std::size_t>(std::max(shape->nParts, 1)) : 0;
+    f.vertexCount = f.kind == VectorKind::Point ? 1 : points || chains ? shape->nVertices : 0;
+    if (verticesWanted_ && points) {
       addRun(0, f.kind == VectorKind::Point ? 1 : shape->nVertices, false);
-    } else if (f.kind == VectorKind::Polyline || f.kind == VectorKind::Polygon) {
+    } else if (verticesWanted_ && chains) {
       const bool ring = f.kind == VectorKind::Polygon;
       if (shape->nParts <= 0) addRun(0, shape->nVertices, ring);
       for (int p = 0; p < shape->nParts; ++p)
@@ -158,9 +164,9 @@ class ShapefileReader : public VectorReader {
     return true;
   }
 
-  std::string coordSys;
 
  private:
+  std::string coordSys_;
   std::string path_;
   std::unique_ptr<CHU_SHP> shp_;
   std::vector<VectorColumn> columns_;
@@ -181,7 +187,21 @@ bool ParseWhole(const std::string& text, T& value) {
 class ShapefileWriter : public VectorWriter {
  public:
   ShapefileWriter(const std::string& path, const VectorReader& source)
-      : base_(fs::path(path).replace_extension().string()), columns_(source.Columns()) {}
+      : base_(fs::path(path).replace_extension().string()), columns_(source.Columns()) {
+    // dBASE field names hold 10 characters: longer names are cut, and a cut name
+    // that repeats an earlier one ends in "_1", "_2", ... instead.
+    std::vector<std::string> used;
+    for (VectorColumn& c : columns_) {
+      std::string name = c.name.substr(0, 10);
+      for (int n = 1; std::find(used.begin(), used.end(), name) != used.end(); ++n) {
+        const std::string suffix = "_" + std::to_string(n);
+        name = c.name.substr(0, 10 - suffix.size()) + suffix;
+      }
+      if (name != c.name) warnings.push_back("column " + c.name + " is named " + name + " in the shapefile");
+      used.push_back(name);
+      c.name = name;
+    }
+  }
 
   void Write(VectorFeature& f) override {
     if (f.container) return;
@@ -227,6 +247,7 @@ class ShapefileWriter : public VectorWriter {
     for (const auto& [kind, count] : notWritten_)
       warnings.push_back(std::to_string(count) + " object" + (count == 1 ? "" : "s") + " of kind " + kind +
                          " not written: shapefiles hold points, multipoints, lines and polygons");
+    if (groups_.empty()) warnings.push_back("no object could be written, so no shapefile was made");
     return written;
   }
 
@@ -337,8 +358,7 @@ class MifReader : public VectorReader {
       c.fileType = declared.substr(std::min(declared.size(), d->GetName().size() + 1));
       columns_.push_back(c);
     }
-    std::error_code ec;
-    size_ = fs::file_size(mif_, ec);
+    RefineUndefinedColumns();
   }
 
   static bool IsMifExtension(const std::string& path) { return LowerExtension(path) == ".mif"; }
@@ -364,6 +384,7 @@ class MifReader : public VectorReader {
     f.where = mif_ + ":" + std::to_string(in_.GetLineNumber());
     f.values = in_.GetMIDRow();
     f.values.resize(columns_.size());
+    for (std::string& v : f.values) v = Trim(v);
     bool read = true;
     switch (code) {
       case MIF_POINT:
@@ -408,6 +429,9 @@ class MifReader : public VectorReader {
     } else if (f.kind != VectorKind::Skipped && f.parts.empty()) {
       f.kind = VectorKind::Null;
     }
+    f.partCount = f.parts.size();
+    f.vertexCount = 0;
+    for (const auto& p : f.parts) f.vertexCount += p->GetCount();
     return true;
   }
 
@@ -425,10 +449,55 @@ class MifReader : public VectorReader {
     }
   }
 
+  // The importer reads the MapInfo types it does not convert (Decimal, Smallint,
+  // Logical, Date, ...) as text; their declarations in the header still say what
+  // the values are, so the header's column lines are read again here to carry
+  // numbers over as numbers.
+  void RefineUndefinedColumns() {
+    std::ifstream in(mif_);
+    std::string line;
+    std::size_t column = 0, count = 0;
+    bool inColumns = false;
+    while (std::getline(in, line) && column < columns_.size()) {
+      std::replace_if(line.begin(), line.end(), [](char ch) { return ch == '(' || ch == ')' || ch == ',' || ch == '\r' || ch == '\t'; }, ' ');
+      std::istringstream tokens(line);
+      std::string first, type;
+      tokens >> first;
+      if (!inColumns) {
+        if (Lower(first) == "data") return;
+        if (Lower(first) == "columns" && (tokens >> count)) inColumns = true;
+        continue;
+      }
+      if (first.empty()) continue;
+      if (column >= count) return;
+      VectorColumn& c = columns_[column++];
+      tokens >> type;
+      type = Lower(type);
+      if (c.type != VectorColumn::Other) continue;
+      int width = 0, decimals = 0;
+      if (type == "decimal" && (tokens >> width >> decimals)) {
+        c.type = VectorColumn::Double, c.width = width, c.decimals = decimals;
+        c.fileType = "Decimal(" + std::to_string(width) + "," + std::to_string(decimals) + ")";
+      } else if (type == "smallint") {
+        c.type = VectorColumn::Integer, c.fileType = "Smallint";
+      } else if (type == "largeint") {  // 64-bit: kept whole as a real without decimals
+        c.type = VectorColumn::Double, c.width = 20, c.decimals = 0, c.fileType = "LargeInt";
+      } else if (type == "logical") {
+        c.type = VectorColumn::String, c.width = 1, c.fileType = "Logical";
+      } else if (type == "date") {
+        c.type = VectorColumn::String, c.width = 10, c.fileType = "Date";
+      }
+    }
+  }
+
+  static std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char ch) { return static_cast<char>(std::tolower(ch)); });
+    return text;
+  }
+
   std::string mif_, mid_;
   mutable CHU_MIDMIFFileImport in_;
   std::vector<VectorColumn> columns_;
-  std::uintmax_t size_ = 0;
 };
 
 // MapInfo names the coordinate system of a layer in its own terms; a shapefile's

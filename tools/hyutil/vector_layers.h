@@ -34,6 +34,10 @@ struct VectorFeature {
   // The vertices: one chain per polygon ring (a CHU_DPolygon), per line section,
   // or one chain holding the points of a point or multipoint.
   CHU_DPolyLineArray parts;
+  // Counts of the parts and vertices, also when the reader was told not to copy
+  // the vertices (SetVerticesWanted).
+  std::size_t partCount = 0;
+  long long vertexCount = 0;
   bool hasZ = false;
   std::vector<std::string> values;
   // A MIF collection's own line: its members follow as objects of their own, each
@@ -53,10 +57,16 @@ class VectorReader {
   virtual std::string CoordSys() const = 0;
   // The next object; false at the end of the file.
   virtual bool Next(VectorFeature& feature) = 0;
-  // How far reading has got, 0 to 1.
+  // How far reading has got, 0 to 1; negative when the reader cannot tell.
   virtual double Progress() const = 0;
+  // With false, readers that can count without copying leave parts empty (a
+  // summary needs only the counts).
+  void SetVerticesWanted(bool wanted) { verticesWanted_ = wanted; }
   // Problems met on the way that did not stop the reading.
   std::vector<std::string> warnings;
+
+ protected:
+  bool verticesWanted_ = true;
 };
 
 class VectorWriter {
