@@ -46,6 +46,12 @@
 // - SetPolyline reuses the line's own vertices where a new corner sits exactly on
 //   one of them, creates the others, and drops vertices left orphaned. A type-11
 //   line's data lists are trimmed or extended at the end to the new vertex count.
+// - The public AddPoint always makes a new vertex (it has no weld mode); the
+//   protected AddPoint(vertexId, ...) puts a point on an existing vertex.
+// - RemoveVertex drops the vertex from every element that uses it (a ring closes
+//   again), deletes its entries from type-11 data lists, and removes the elements
+//   left invalid. RemoveElement leaves the host's record of the element alone, so
+//   the host can restore it on undo.
 // - EnsureElementsHaveAssignedSet uses the first set with the name; when none
 //   exists it is created as soon as an element needs it. -1 when no set has the
 //   name and no element needed one.
