@@ -103,7 +103,7 @@ TEST_F(VectorToolTest, MixedMifIsSplitIntoOneShapefilePerKind) {
   dir.Write("m.mid", "1\n2\n3\n4\n   5\n");  // values aligned with blanks, as some writers do
   const ToolRun run = Hyutil("vector convert " + mif + " " + dir.File("out.shp"));
   ASSERT_EQ(run.status, 0) << run.err;
-  for (const char* name : {"out_points.shp (2 points)", "out_lines.shp (1 lines)", "out_polygons.shp (1 polygons)"})
+  for (const char* name : {"out_points.shp (2 points)", "out_lines.shp (1 line)", "out_polygons.shp (1 polygon)"})
     EXPECT_NE(run.out.find(name), std::string::npos) << run.out;
   EXPECT_NE(run.err.find("1 object of kind Text not written"), std::string::npos) << run.err;
   CHU_SHP points(dir.File("out_points.shp"));

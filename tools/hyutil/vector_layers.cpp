@@ -242,8 +242,10 @@ class ShapefileWriter : public VectorWriter {
       }
       g.base = base_;
     }
-    for (auto& [name, g] : groups_)
-      written.push_back(g.base + ".shp (" + std::to_string(g.count) + " " + name + ")");
+    for (auto& [name, g] : groups_) {
+      const std::string kind = g.count == 1 ? name.substr(0, name.size() - 1) : name;  // "1 point"
+      written.push_back(g.base + ".shp (" + std::to_string(g.count) + " " + kind + ")");
+    }
     for (const auto& [kind, count] : notWritten_)
       warnings.push_back(std::to_string(count) + " object" + (count == 1 ? "" : "s") + " of kind " + kind +
                          " not written: shapefiles hold points, multipoints, lines and polygons");
