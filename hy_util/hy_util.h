@@ -47,6 +47,18 @@
 #include "hy_util/grids/grid_row_codec.h"
 #include "hy_util/grids/grid_row_source.h"
 
+#include "hy_util/mesh/attribute_store.h"
+#include "hy_util/mesh/boundary_mesh.h"
+#include "hy_util/mesh/boundary_mesh_element.h"
+#include "hy_util/mesh/boundary_mesh_element_set.h"
+#include "hy_util/mesh/boundary_mesh_vertex.h"
+#include "hy_util/mesh/element_filter.h"
+#include "hy_util/mesh/flow_constriction_list.h"
+#include "hy_util/mesh/id_iterators.h"
+#include "hy_util/mesh/mesh_gen_params.h"
+#include "hy_util/mesh/ordered_id_map.h"
+#include "hy_util/mesh/traversable_poly_mesh.h"
+#include "hy_util/mesh/vertex_index.h"
 #include "hy_util/units/units_convert.h"
 #include "hy_util/units/units_setting.h"
 

@@ -7,6 +7,7 @@
 #include "hy_util/geometry/polygon.h"
 #include "hy_util/geometry/polyline.h"
 #include "hy_util/geometry/rect.h"
+#include "hy_util/mesh/boundary_mesh.h"
 
 void HU_RegisterLibraryClasses() {
   CHU_DPoint::RegisterRuntimeClass();
@@ -14,5 +15,6 @@ void HU_RegisterLibraryClasses() {
   CHU_DPolygon::RegisterRuntimeClass();
   CHU_DPolyLine::RegisterRuntimeClass();
   CHU_DRect::RegisterRuntimeClass();
+  CHU_DBoundaryMesh::RegisterRuntimeClass();
   CHU_SHP::RegisterRuntimeClass();
 }

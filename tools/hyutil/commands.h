@@ -47,4 +47,7 @@ void AddCurveCommands(CLI::App& app, int& exitCode);
 void AddMeshCommands(CLI::App& app, int& exitCode);
 void AddRunCommands(CLI::App& app, int& exitCode);
 
+// "hyutil boundary ...": boundary-mesh clean-up of GIS layers (boundary_commands.cpp).
+void AddBoundaryCommands(CLI::App& app, int& exitCode);
+
 }  // namespace hyutil

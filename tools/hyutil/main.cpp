@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
   hyutil::AddLangCommands(app, exitCode);
   hyutil::AddGridCommands(app, exitCode);
   hyutil::AddVectorCommands(app, exitCode);
+  hyutil::AddBoundaryCommands(app, exitCode);
   hyutil::AddUnitsCommands(app, exitCode);
   hyutil::AddCurveCommands(app, exitCode);
   hyutil::AddMeshCommands(app, exitCode);
