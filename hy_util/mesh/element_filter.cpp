@@ -43,11 +43,6 @@ IHU_DBoundaryMesh_ElementFilter* CHU_DBoundaryMesh_PolygonFilter::Clone() const 
   return new CHU_DBoundaryMesh_PolygonFilter;
 }
 
-CHU_DBoundaryMesh_CompositeElementFilter::~CHU_DBoundaryMesh_CompositeElementFilter() {
-  delete m_first;
-  delete m_second;
-}
-
 bool CHU_DBoundaryMesh_CompositeElementFilter::AcceptElement(const CHU_DBoundaryMeshElement* element) const {
   const bool a = m_first == nullptr || m_first->AcceptElement(element);
   const bool b = m_second == nullptr || m_second->AcceptElement(element);

@@ -58,9 +58,9 @@ class CHU_DBoundaryMesh_PolygonFilter : public IHU_DBoundaryMesh_ElementFilter {
 
 // Combines two operand filters (either may be null, which counts as accepting)
 // with BooleanOperation; both operands are always asked. The composite takes
-// ownership of the operands given to its constructor and deletes them. Copying a
-// composite copies the two pointers as they are, so the copy shares the source's
-// operands (and both would delete them): use Clone for an independent composite.
+// ownership of the operands given to its constructor. Copying a composite shares
+// the source's operands (the last composite holding them deletes them, so copies
+// may outlive each other in any order); use Clone for an independent composite.
 class CHU_DBoundaryMesh_CompositeElementFilter : public IHU_DBoundaryMesh_ElementFilter {
  public:
   CHU_DBoundaryMesh_CompositeElementFilter(IHU_DBoundaryMesh_ElementFilter* first,
@@ -68,21 +68,20 @@ class CHU_DBoundaryMesh_CompositeElementFilter : public IHU_DBoundaryMesh_Elemen
       : m_first(first), m_second(second) {}
   CHU_DBoundaryMesh_CompositeElementFilter(const CHU_DBoundaryMesh_CompositeElementFilter&) = default;
   CHU_DBoundaryMesh_CompositeElementFilter& operator=(const CHU_DBoundaryMesh_CompositeElementFilter&) = default;
-  ~CHU_DBoundaryMesh_CompositeElementFilter() override;
 
   bool AcceptElement(const CHU_DBoundaryMeshElement* element) const override;
   virtual bool BooleanOperation(bool a, bool b) const = 0;
 
-  const IHU_DBoundaryMesh_ElementFilter* GetFirst() const { return m_first; }
-  const IHU_DBoundaryMesh_ElementFilter* GetSecond() const { return m_second; }
+  const IHU_DBoundaryMesh_ElementFilter* GetFirst() const { return m_first.get(); }
+  const IHU_DBoundaryMesh_ElementFilter* GetSecond() const { return m_second.get(); }
 
  protected:
   IHU_DBoundaryMesh_ElementFilter* CloneFirst() const { return m_first ? m_first->Clone() : nullptr; }
   IHU_DBoundaryMesh_ElementFilter* CloneSecond() const { return m_second ? m_second->Clone() : nullptr; }
 
  private:
-  IHU_DBoundaryMesh_ElementFilter* m_first;
-  IHU_DBoundaryMesh_ElementFilter* m_second;
+  std::shared_ptr<IHU_DBoundaryMesh_ElementFilter> m_first;
+  std::shared_ptr<IHU_DBoundaryMesh_ElementFilter> m_second;
 };
 
 class CHU_DBoundaryMesh_CompositeElementFilter_Intersection : public CHU_DBoundaryMesh_CompositeElementFilter {

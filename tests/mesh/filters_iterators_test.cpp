@@ -57,6 +57,19 @@ TEST(ElementFilterTest, KindTypeAndSetFiltersAndTheirComposites) {
   }
 }
 
+TEST(ElementFilterTest, CopiedCompositesShareOperandsAndOutliveTheirSource) {
+  CHU_DBoundaryMeshPoint point(1);
+  auto source = std::make_unique<CHU_DBoundaryMesh_CompositeElementFilter_Union>(
+      new CHU_DBoundaryMesh_PointFilter, new CHU_DBoundaryMesh_PolygonFilter);
+  CHU_DBoundaryMesh_CompositeElementFilter_Union copy(*source);
+  CHU_DBoundaryMesh_CompositeElementFilter_Union assigned(nullptr, nullptr);
+  assigned = copy;
+  EXPECT_EQ(copy.GetFirst(), source->GetFirst());
+  source.reset();
+  EXPECT_TRUE(copy.AcceptElement(&point));
+  EXPECT_TRUE(assigned.AcceptElement(&point));
+}
+
 TEST(IdIteratorTest, WalksInInsertionOrderWithTheRightFilters) {
   TestMesh mesh;
   EXPECT_FALSE(mesh.GetElementIDIterator().HasNext());
