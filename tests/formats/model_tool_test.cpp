@@ -3,27 +3,14 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cstdlib>
-#include <sys/wait.h>
-
-#include "support/temp_dir.h"
+#include "support/run_hyutil.h"
 
 #ifdef HYUTIL_PATH
 
 namespace {
 
-struct ToolRun {
-  int status = -1;
-  std::string out, err;
-};
-
-ToolRun Hyutil(const hytest::TempDir& dir, const std::string& args) {
-  const std::string command = std::string(HYUTIL_PATH) + " " + args + " </dev/null >" + dir.File("stdout.txt") +
-                              " 2>" + dir.File("stderr.txt");
-  const int raw = std::system(command.c_str());
-  return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, hytest::ReadFileBytes(dir.File("stdout.txt")),
-          hytest::ReadFileBytes(dir.File("stderr.txt"))};
-}
+using hytest::ToolRun;
+constexpr auto Hyutil = hytest::RunHyutil;
 
 const char* const kMesh =
     "MESH2D 0 0 0 1 1 2 2 0.5\nND 1 0 0 1\nND 2 2 0 2\nND 3 0 2 3\nND 4 2 2 4\n"

@@ -4,33 +4,20 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cstdlib>
-#include <filesystem>
-#include <sys/wait.h>
-
 #include "formats/shp_test_files.h"
 #include "grids/binary_grid_test_writer.h"
 #include "hy_util/formats/shp_export.h"
-#include "support/temp_dir.h"
+#include "support/run_hyutil.h"
 
 #ifdef HYUTIL_PATH
 
 namespace {
 
-struct ToolRun {
-  int status = -1;
-  std::string out, err;
-};
+using hytest::ToolRun;
 
 class VectorToolTest : public ::testing::Test {
  protected:
-  ToolRun Hyutil(const std::string& args) {
-    const std::string command =
-        std::string(HYUTIL_PATH) + " " + args + " >" + dir.File("stdout.txt") + " 2>" + dir.File("stderr.txt");
-    const int raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, hytest::ReadFileBytes(dir.File("stdout.txt")),
-            hytest::ReadFileBytes(dir.File("stderr.txt"))};
-  }
+  ToolRun Hyutil(const std::string& args) { return hytest::RunHyutil(dir, args); }
 
   // Two polygon objects: a square with a hole ("Pond", depth 2.5, 3 lanes) and a
   // triangle ("Field, north", 0.125, -1).

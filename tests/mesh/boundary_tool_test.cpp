@@ -4,11 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cstdlib>
-#include <string>
-#include <sys/wait.h>
-
-#include "support/temp_dir.h"
+#include "support/run_hyutil.h"
 
 #ifdef HYUTIL_PATH
 
@@ -17,11 +13,9 @@ namespace {
 class BoundaryToolTest : public ::testing::Test {
  protected:
   int Hyutil(const std::string& args, std::string* out = nullptr) {
-    const std::string command = std::string(HYUTIL_PATH) + " " + args + " >" + dir.File("stdout.txt") + " 2>" +
-                                dir.File("stderr.txt");
-    const int raw = std::system(command.c_str());
-    if (out != nullptr) *out = hytest::ReadFileBytes(dir.File("stdout.txt"));
-    return WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    hytest::ToolRun run = hytest::RunHyutil(dir, args);
+    if (out != nullptr) *out = std::move(run.out);
+    return run.status;
   }
 
   const std::string example = std::string(HY_SOURCE_DIR) + "/examples/breaklines.mif";
