@@ -20,6 +20,11 @@ std::vector<double> List(const HU_TuFlowSummary& s,
   return {values.begin(), values.end()};
 }
 
+template <class... T>
+std::vector<double> Values(T... values) {
+  return {static_cast<double>(values)...};
+}
+
 const char* const kFullSummary =
     "! TUFLOW run summary\n"
     "TUFLOW Control File == C:\\models\\runs\\M01_5m_001.tcf\n"
@@ -59,43 +64,26 @@ TEST(TuFlowSummaryTest, EveryKeyReachesItsGetter) {
   hytest::TempDir dir;
   const auto s = LoadText(dir, kFullSummary);
   ASSERT_TRUE(s);
-  EXPECT_EQ(s->GetControlFile(), "C:\\models\\runs\\M01_5m_001.tcf");
-  EXPECT_EQ(s->GetLogFile(), "C:\\models\\runs\\log\\M01_5m_001.tlf");
-  EXPECT_EQ(s->GetBuildVersion(), "2020-10-AB-iSP-w64");
-  EXPECT_EQ(s->GetSimulationStatus(), "Running");
-  EXPECT_EQ(s->GetSimulationTime(), 1.25);
-  EXPECT_EQ(s->GetPercentComplete(), 42);  // "(%)" dropped from the key
-  EXPECT_EQ(s->GetSimStartTime(), 0);
-  EXPECT_EQ(s->GetSimEndTime(), 3);
-  EXPECT_EQ(s->GetComputationalSteps(), 4500);
-  EXPECT_EQ(s->GetCPUTime(), 1.5);  // "[h]" dropped from the key
-  EXPECT_EQ(s->GetClockTime(), 0.75);
-  EXPECT_EQ(s->GetRemainingTime(), 1.0);
-  EXPECT_EQ(s->Get1DNegativeDepths(), 2);
-  EXPECT_EQ(s->Get2DNegativeDepths(), 7);
-  EXPECT_EQ(s->GetWarningsPriorToSim(), 3);
-  EXPECT_EQ(s->GetWarningsDuringSim(), 4);
-  EXPECT_EQ(s->GetChecksPriorToSim(), 5);
-  EXPECT_EQ(s->GetChecksDuringSim(), 6);
-  EXPECT_EQ(s->GetSummaryOutputInterval(), 300);
-  EXPECT_EQ(s->GetNumOfSummaryValues(), 3);
+  EXPECT_EQ((std::vector<std::string>{s->GetControlFile(), s->GetLogFile(), s->GetBuildVersion(), s->GetSimulationStatus()}),
+            (std::vector<std::string>{"C:\\models\\runs\\M01_5m_001.tcf", "C:\\models\\runs\\log\\M01_5m_001.tlf",
+                                      "2020-10-AB-iSP-w64", "Running"}));
+  // "(%)" and "[h]" are dropped from the keys.
+  EXPECT_EQ(Values(s->GetSimulationTime(), s->GetPercentComplete(), s->GetSimStartTime(), s->GetSimEndTime(),
+                   s->GetComputationalSteps(), s->GetCPUTime(), s->GetClockTime(), s->GetRemainingTime(),
+                   s->Get1DNegativeDepths(), s->Get2DNegativeDepths(), s->GetWarningsPriorToSim(),
+                   s->GetWarningsDuringSim(), s->GetChecksPriorToSim(), s->GetChecksDuringSim(),
+                   s->GetSummaryOutputInterval(), s->GetNumOfSummaryValues(), s->GetNum1DNodes(), s->GetNum1DChannels(),
+                   s->GetNum2DDomains(), s->GetStartMapOutput(), s->GetMapOutputInterval(), s->GetNumberOfMapOutputs()),
+            (std::vector<double>{1.25, 42, 0, 3, 4500, 1.5, 0.75, 1.0, 2, 7, 3, 4, 5, 6, 300, 3, 53, 54, 2, 0.5, 900, 11}));
   EXPECT_EQ(List(*s, &HU_TuFlowSummary::GetFlowInValuesMetric), (std::vector<double>{1.0, 2.5, 3}));  // empty piece dropped
   EXPECT_EQ(List(*s, &HU_TuFlowSummary::GetFlowOutValuesMetric), (std::vector<double>{0.5, 1.5, 2.5}));
   EXPECT_EQ(List(*s, &HU_TuFlowSummary::GetChangeInVolumeValuesMetric), (std::vector<double>{0.5, 1, 0.5}));
   EXPECT_EQ(List(*s, &HU_TuFlowSummary::GetCulumativeMassErrorValues), (std::vector<double>{-0.1, 0.05, 0.2}));
-  EXPECT_EQ(s->GetNum1DNodes(), 53);
-  EXPECT_EQ(s->GetNum1DChannels(), 54);
-  EXPECT_EQ(s->GetNum2DDomains(), 2);
   CHU_CopyableArray<HU_LIB::SingleDomainSummary> domains;
   s->GetDomainSummaries(domains);
   ASSERT_EQ(domains.size(), 3u);  // the longer list decides; the missing cell size is 0
-  EXPECT_EQ(domains[0].cellSize, 5);
-  EXPECT_EQ(domains[1].cellSize, 2.5);
-  EXPECT_EQ(domains[2].cellSize, 0);
-  EXPECT_EQ(domains[2].timestep, 0.5);
-  EXPECT_EQ(s->GetStartMapOutput(), 0.5);
-  EXPECT_EQ(s->GetMapOutputInterval(), 900);
-  EXPECT_EQ(s->GetNumberOfMapOutputs(), 11);
+  EXPECT_EQ((std::vector<double>{domains[0].cellSize, domains[1].cellSize, domains[2].cellSize, domains[2].timestep}),
+            (std::vector<double>{5, 2.5, 0, 0.5}));
 }
 
 TEST(TuFlowSummaryTest, OnlyTwoFieldLinesWithAKnownKeyCount) {
@@ -114,13 +102,10 @@ TEST(TuFlowSummaryTest, OnlyTwoFieldLinesWithAKnownKeyCount) {
                           "Flow In Values == 4\n"                // one piece
                           "Flow Out Values == , ,\n");           // no piece
   ASSERT_TRUE(s);
-  EXPECT_EQ(s->GetCPUTime(), 0);
-  EXPECT_EQ(s->GetClockTime(), 0);
-  EXPECT_EQ(s->GetSimulationTime(), 0);
-  EXPECT_EQ(s->GetPercentComplete(), 12.5);
+  EXPECT_EQ(Values(s->GetCPUTime(), s->GetClockTime(), s->GetSimulationTime(), s->GetPercentComplete(),
+                   s->GetNumberOfMapOutputs(), s->GetComputationalSteps()),
+            (std::vector<double>{0, 0, 0, 12.5, 12, 0}));
   EXPECT_EQ(s->GetSimulationStatus(), "Finished ! ok");
-  EXPECT_EQ(s->GetNumberOfMapOutputs(), 12);
-  EXPECT_EQ(s->GetComputationalSteps(), 0);
   EXPECT_EQ(List(*s, &HU_TuFlowSummary::GetFlowInValuesMetric), (std::vector<double>{4}));
   EXPECT_TRUE(List(*s, &HU_TuFlowSummary::GetFlowOutValuesMetric).empty());
 }
