@@ -5,8 +5,10 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <random>
 #include <sstream>
+#include <tuple>
 
 #include "hy_util/formats/file_2dm.h"
 #include "hy_util/units/units_setting.h"
@@ -49,38 +51,30 @@ TEST(File2DMTest, CellsAreStoredAtTheirWrittenIdAndTheLastOneGrowsTheTable) {
   Mesh m(kTwoCells);
   ASSERT_TRUE(m.read);
   const CHU_File2DM& f = m.file;
-  EXPECT_EQ(f.GetNbrCellsX(), 2u);
-  EXPECT_EQ(f.GetNbrCellsY(), 1u);
-  EXPECT_EQ(f.GetCellWidth(), 1.0f);
-  EXPECT_EQ(f.GetCellCount(), 3);      // id 2 = nx * ny grew the table by one
-  EXPECT_EQ(f.GetCellIndex(0, 0), -1);  // record 0 stays empty in a 1-based numbering
-  EXPECT_EQ(f.GetCellIndex(1, 0), 1);
-  EXPECT_EQ(f.GetCellIndex(0, 1), 2);   // index nx * 1 + 0
-  EXPECT_EQ(f.GetCellIndex(1, 1), -1);  // beyond the table
+  EXPECT_EQ(std::tuple(f.GetNbrCellsX(), f.GetNbrCellsY(), f.GetCellWidth(), f.GetVertexCount(), f.GetLineCount()),
+            std::tuple(2u, 1u, 1.0f, 6, 9));
+  EXPECT_EQ(f.GetCellCount(), 3);  // id 2 = nx * ny grew the table by one
+  // Record 0 stays empty in a 1-based numbering; (0, 1) is index nx * 1 + 0; (1, 1) is beyond the table.
+  EXPECT_EQ(std::tuple(f.GetCellIndex(0, 0), f.GetCellIndex(1, 0), f.GetCellIndex(0, 1), f.GetCellIndex(1, 1)),
+            std::tuple(-1, 1, 2, -1));
   int nodes[4];
   ASSERT_TRUE(f.GetNodeIndices(2, nodes));
   EXPECT_EQ(std::vector<int>(nodes, nodes + 4), (std::vector<int>{1, 2, 5, 4}));
-  EXPECT_FALSE(f.GetNodeIndices(0, nodes));
-  EXPECT_FALSE(f.GetNodeIndices(3, nodes));
+  EXPECT_FALSE(f.GetNodeIndices(0, nodes) || f.GetNodeIndices(3, nodes));
   ASSERT_TRUE(f.GetNodeIndices(1, 0, nodes));
   EXPECT_EQ(nodes[0], 0);
   double x0, y0, x1, y1;
   ASSERT_TRUE(f.GetCellExtents(2, x0, y0, x1, y1));
-  EXPECT_EQ((Xyz{x0, y0, 0}), (Xyz{1, 0, 0}));
-  EXPECT_EQ((Xyz{x1, y1, 0}), (Xyz{2, 1, 0}));
+  EXPECT_EQ(std::tuple(x0, y0, x1, y1), std::tuple(1.0, 0.0, 2.0, 1.0));
   EXPECT_FALSE(f.GetCellExtents(0, x0, y0, x1, y1));
-  const CHU_DPoint first = f.GetNode(0, 1);  // cell 2's first node is node 2
+  const CHU_DPoint first = f.GetNode(0, 1), none = f.GetNode(0, 0);  // cell 2's first node is node 2
   EXPECT_EQ((Xyz{first.x, first.y, first.z}), (Xyz{1, 0, 2}));
-  const CHU_DPoint none = f.GetNode(0, 0);
   EXPECT_EQ((Xyz{none.x, none.y, none.z}), (Xyz{0, 0, 0}));
-  EXPECT_EQ(f.GetVertexCount(), 6);
   EXPECT_EQ(At(f, 5), (Xyz{2, 1, 6}));
   EXPECT_EQ(At(f, 6), (Xyz{-99999, -99999, -99999}));
-  EXPECT_EQ(At(f, -1), (Xyz{-99999, -99999, -99999}));
+  EXPECT_EQ(At(f, -1), At(f, 6));
   f.GetExtents(x0, y0, x1, y1);
-  EXPECT_EQ((Xyz{x0, y0, x1}), (Xyz{0, 0, 2}));
-  EXPECT_EQ(y1, 1);
-  EXPECT_EQ(f.GetLineCount(), 9);
+  EXPECT_EQ(std::tuple(x0, y0, x1, y1), std::tuple(0.0, 0.0, 2.0, 1.0));
 }
 
 TEST(File2DMTest, WhatTheFileHoldsDecidesWhetherReadSucceeds) {
@@ -125,12 +119,10 @@ TEST(File2DMTest, SharedTriangleNodesAreLoweredOnce) {
   ASSERT_TRUE(m.read);
   const CHU_File2DM& f = m.file;
   EXPECT_EQ(f.GetNbrTCells(), 3);
-  EXPECT_EQ(At(f, 0).z, 7.5);
-  EXPECT_EQ(At(f, 1).z, 17.5);  // used by all three triangles
-  EXPECT_EQ(At(f, 2).z, 27.5);
-  EXPECT_EQ(At(f, 3).z, 47.5);  // written again after its lowering: lowered again
-  EXPECT_EQ(f.GetTCellID(1), 8);
-  EXPECT_EQ(f.GetTCellID(3), -1);
+  // Node 2 is used by all three triangles; node 4 was written again after its lowering: lowered again.
+  EXPECT_EQ((std::vector<double>{At(f, 0).z, At(f, 1).z, At(f, 2).z, At(f, 3).z}),
+            (std::vector<double>{7.5, 17.5, 27.5, 47.5}));
+  EXPECT_EQ(std::pair(f.GetTCellID(1), f.GetTCellID(3)), std::pair(8, -1));
   int tri[3];
   ASSERT_TRUE(f.GetTCellIndices(1, tri));
   EXPECT_EQ(std::vector<int>(tri, tri + 3), (std::vector<int>{1, 3, 2}));
@@ -139,8 +131,7 @@ TEST(File2DMTest, SharedTriangleNodesAreLoweredOnce) {
 
 TEST(File2DMTest, ElevationRangeSkipsZeroForTheLowestAnd99999ForTheHighest) {
   Mesh m("ND 1 0 0 5\nND 2 0 0 0\nND 3 0 0 99999\nND 4 0 0 3\nND 5 0 0 120\nND 6 0 0 -0.0\n");
-  EXPECT_EQ(m.file.GetMinElevation(), 3);
-  EXPECT_EQ(m.file.GetMaxElevation(), 120);
+  EXPECT_EQ(std::pair(m.file.GetMinElevation(), m.file.GetMaxElevation()), std::pair(3.0, 120.0));
   Mesh zeroFirst("ND 1 0 0 0\nND 2 0 0 4\n");
   EXPECT_EQ(zeroFirst.file.GetMinElevation(), 0);  // the first node's z is where both start
   Mesh missingFirst("ND 1 0 0 99999\nND 2 0 0 4\n");
@@ -148,25 +139,14 @@ TEST(File2DMTest, ElevationRangeSkipsZeroForTheLowestAnd99999ForTheHighest) {
 }
 
 TEST(File2DMTest, UnitsSettingZeroConvertsMetresToFeet) {
-  const std::string text = "MESH2D 0 0 0 1 1 2 3 4\nND 1 1 2 3\n";
-  {
+  for (const std::optional<int> units : {std::optional<int>(), std::optional<int>(1), std::optional<int>(0)}) {
     hytest::RecordingApplication app;  // "Units" not set: nothing converted
-    Mesh m(text);
-    EXPECT_EQ(At(m.file, 0), (Xyz{1, 2, 3}));
-    EXPECT_EQ(m.file.GetCellWidth(), 2.0f);
-    double x = 1, y = 2, z = 3;
-    CHU_File2DM::AdjustDataUnitsXYZ(x, y, z);
-    EXPECT_EQ((Xyz{x, y, z}), (Xyz{1, 2, 3}));
-  }
-  for (int units : {1, 0}) {
-    hytest::RecordingApplication app;
-    app.SetGlobalInt(HU_UNITS_SETTING, units);
-    Mesh m(text);
+    if (units) app.SetGlobalInt(HU_UNITS_SETTING, *units);
+    Mesh m("MESH2D 0 0 0 1 1 2 3 4\nND 1 1 2 3\n");
     const double f = units == 0 ? 3.28084 : 1.0;
-    EXPECT_EQ(At(m.file, 0), (Xyz{1 * f, 2 * f, 3 * f})) << units;
-    EXPECT_EQ(m.file.GetCellWidth(), static_cast<float>(2 * f));
-    EXPECT_EQ(m.file.GetCellHeight(), static_cast<float>(3 * f));
-    EXPECT_EQ(m.file.GetVerticalOffset(), static_cast<float>(4 * f));
+    EXPECT_EQ(At(m.file, 0), (Xyz{1 * f, 2 * f, 3 * f})) << units.value_or(-1);
+    EXPECT_EQ(std::tuple(m.file.GetCellWidth(), m.file.GetCellHeight(), m.file.GetVerticalOffset()),
+              std::tuple(static_cast<float>(2 * f), static_cast<float>(3 * f), static_cast<float>(4 * f)));
     double x = 1, y = 2, z = 3;
     CHU_File2DM::AdjustDataUnitsXYZ(x, y, z);
     EXPECT_EQ((Xyz{x, y, z}), (Xyz{f, 2 * f, 3 * f}));
@@ -188,20 +168,17 @@ TEST(File2DMTest, SizesFromTheFileAreBounded) {
   // A declared grid far larger than its nodes, as real files have: honoured.
   Mesh real("MESH2D 0 0 0 200 300 1 1\nND 1 0 0 1\nND 5 1 1 1\nE4Q 60001 1 2 3 4\n");
   ASSERT_TRUE(real.read);
-  EXPECT_EQ(real.file.GetVertexCount(), 5);
-  EXPECT_EQ(real.file.GetCellCount(), 60002);
-  EXPECT_EQ(real.file.GetCellIndex(1, 300), 60001);
-  EXPECT_EQ(real.file.GetRefusedCount(), 0);
+  EXPECT_EQ(std::tuple(real.file.GetVertexCount(), real.file.GetCellCount(), real.file.GetCellIndex(1, 300),
+                       real.file.GetRefusedCount()),
+            std::tuple(5, 60002, 60001, 0));
 
   // Ids and grids no file of this size can justify: refused and counted.
   Mesh hostile("ND 1 0 0 0\nND 2000000000 1 1 1\nE4Q 2000000000 1 1 1 1\nE4Q -5 1 1 1 1\nND 0 1 1 1\n"
                "MESH2D 0 0 0 70000 70000 1 1\nMESH2D 0 0 0 -1 5 1 1\nND 2 3 3 3\n");
   ASSERT_TRUE(hostile.read);
-  EXPECT_EQ(hostile.file.GetVertexCount(), 2);
-  EXPECT_EQ(hostile.file.GetCellCount(), 0);
-  EXPECT_EQ(hostile.file.GetNbrCellsX(), 0u);
-  EXPECT_EQ(hostile.file.GetRefusedCount(), 6);
-  EXPECT_EQ(hostile.file.GetFirstRefusedLine(), 2);
+  EXPECT_EQ(std::tuple(hostile.file.GetVertexCount(), hostile.file.GetCellCount(), hostile.file.GetNbrCellsX(),
+                       hostile.file.GetRefusedCount(), hostile.file.GetFirstRefusedLine()),
+            std::tuple(2, 0, 0u, 6, 2));
   EXPECT_NE(hostile.file.GetFirstRefusedReason().find("2000000000"), std::string::npos);
   // A file as large as its ids: the numbering is believed.
   std::string padded = "ND 100000 1 1 1\n" + std::string(400000, '\n');
