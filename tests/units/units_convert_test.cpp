@@ -8,6 +8,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "hy_util/geometry/rect.h"
 #include "hy_util/units/units_convert.h"
@@ -144,24 +145,17 @@ TEST(UnitsConvert, RowIndicesOutsideTheTablesFindAndConvertNothing) {
 }
 
 TEST(UnitsConvert, ReverseConversionFollowsTheHostSettings) {
-  {
-    UnitsHost unset(std::nullopt);
-    EXPECT_EQ(U::UnitsConvert_US_To_Metric(10.0, "m"), 10.0);
+  // Only "Units" 0 without the TUFLOW units flag converts back.
+  for (const auto& [units, tuflow, factor] : {std::tuple(std::optional<int>(), false, 1.0),
+                                              std::tuple(std::optional<int>(0), false, 0.3048),
+                                              std::tuple(std::optional<int>(1), false, 1.0),
+                                              std::tuple(std::optional<int>(0), true, 1.0)}) {
+    UnitsHost host(units, tuflow);
+    EXPECT_EQ(U::UnitsConvert_US_To_Metric(10.0, "m"), 10.0 * factor) << units.value_or(-1) << tuflow;
   }
-  {
-    UnitsHost us(0);
-    EXPECT_EQ(U::UnitsConvert_US_To_Metric(10.0, "m"), 10.0 * 0.3048);
-    EXPECT_EQ(U::UnitsConvert_US_To_Metric(2.47105, "ha"), 1.0);
-    EXPECT_EQ(U::UnitsConvert_US_To_Metric(6.0, "unknown"), 6.0);
-  }
-  {
-    UnitsHost metric(1);
-    EXPECT_EQ(U::UnitsConvert_US_To_Metric(10.0, "m"), 10.0);
-  }
-  {
-    UnitsHost tuflow(0, true);
-    EXPECT_EQ(U::UnitsConvert_US_To_Metric(10.0, "m"), 10.0);
-  }
+  UnitsHost us(0);
+  EXPECT_EQ(U::UnitsConvert_US_To_Metric(2.47105, "ha"), 1.0);
+  EXPECT_EQ(U::UnitsConvert_US_To_Metric(6.0, "unknown"), 6.0);
 }
 
 TEST(UnitsConvert, TheRectangleFormConvertsAllFourSidesOnlyWhenConversionIsOn) {
