@@ -21,13 +21,6 @@ struct Object {
   bool operator==(const Object&) const = default;
 };
 
-template <class Shape>
-std::unique_ptr<Shape> Build(const XYs& xy) {
-  auto shape = std::make_unique<Shape>();
-  for (auto [x, y] : xy) shape->AddPt(x, y, 0.0);
-  return shape;
-}
-
 std::vector<Object> ReadBack(CHU_MIDMIFFileImport& in) {
   std::vector<Object> out;
   for (int code = in.ReadNextDataType(); code != MIF_END_OF_FILE; code = in.ReadNextDataType()) {
@@ -82,11 +75,11 @@ TEST(MifRoundTripTest, RandomObjectsComeBackWithTheirVerticesAndValues) {
       out.ExPoint(CHU_DPoint(object.parts[0][0].first, object.parts[0][0].second), object.row);
     } else if (object.code == MIF_PLINE) {
       CHU_DPolyLineArray sections;
-      for (const XYs& section : object.parts) sections.push_back(Build<CHU_DPolyLine>(section));
+      for (const XYs& section : object.parts) sections.push_back(Make(section));
       parts == 1 ? out.ExPline(*sections[0], object.row) : out.ExPline(sections, object.row);
     } else {
       CHU_DPolygonArray rings;
-      for (const XYs& ring : object.parts) rings.push_back(Build<CHU_DPolygon>(ring));
+      for (const XYs& ring : object.parts) rings.push_back(Make<CHU_DPolygon>(ring));
       parts == 1 ? out.ExRegion(*rings[0], object.row) : out.ExRegion(rings, object.row);
     }
     written.push_back(std::move(object));

@@ -2,7 +2,6 @@
 // Builders shared by the MIF/MID tests: shapes from coordinate lists, shapes read
 // back as coordinates, and the test data folder.
 
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <utility>
@@ -16,7 +15,7 @@ using XY = std::pair<double, double>;
 using XYs = std::vector<XY>;
 
 template <class Shape = CHU_DPolyLine>
-std::unique_ptr<Shape> Make(std::initializer_list<XY> xy) {
+std::unique_ptr<Shape> Make(const XYs& xy) {
   auto shape = std::make_unique<Shape>();
   for (auto [x, y] : xy) shape->AddPt(x, y, 0.0);
   return shape;
