@@ -20,6 +20,16 @@ CHU_DPolygon Triangle() {
   return p;
 }
 
+CHU_DPolygon Square(double x0, double y0, double size, bool clockwise) {
+  CHU_DPolygon p;
+  const double xs[] = {x0, x0 + size, x0 + size, x0}, ys[] = {y0, y0, y0 + size, y0 + size};
+  for (int i = 0; i < 4; ++i) {
+    const int at = clockwise ? 3 - i : i;
+    p.AddPt(xs[at], ys[at], i);
+  }
+  return p;
+}
+
 std::vector<Vertex> Vertices(const CHU_DPolyLine& chain) {
   std::vector<Vertex> out;
   for (int i = 0; i < chain.GetCount(); ++i) out.emplace_back(chain.GetAt(i)->x, chain.GetAt(i)->y, chain.GetAt(i)->z);
@@ -144,20 +154,6 @@ TEST_F(ShpExportTest, PreconditionsRefuseWhatCannotBeWritten) {
   EXPECT_EQ(in.GetNumObjects(), 1);
   EXPECT_EQ(in.GetNumRecords(), 0);  // no attribute was written
   EXPECT_TRUE(app.messages.empty());
-}
-
-}  // namespace
-
-namespace {
-
-CHU_DPolygon Square(double x0, double y0, double size, bool clockwise) {
-  CHU_DPolygon p;
-  const double xs[] = {x0, x0 + size, x0 + size, x0}, ys[] = {y0, y0, y0 + size, y0 + size};
-  for (int i = 0; i < 4; ++i) {
-    const int at = clockwise ? 3 - i : i;
-    p.AddPt(xs[at], ys[at], i);
-  }
-  return p;
 }
 
 TEST_F(ShpExportTest, RingsAreClosedAndWoundAsShapefilesWantAndPartsKeptAsGiven) {
