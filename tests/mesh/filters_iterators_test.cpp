@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "hy_util/mesh/element_filter.h"
 #include "mesh_test_support.h"
 
@@ -66,16 +68,15 @@ TEST(ElementFilterTest, CopiedCompositesShareOperandsAndOutliveTheirSource) {
   assigned = copy;
   EXPECT_EQ(copy.GetFirst(), source->GetFirst());
   source.reset();
-  EXPECT_TRUE(copy.AcceptElement(&point));
-  EXPECT_TRUE(assigned.AcceptElement(&point));
+  EXPECT_TRUE(copy.AcceptElement(&point) && assigned.AcceptElement(&point));
 }
 
 TEST(IdIteratorTest, WalksInInsertionOrderWithTheRightFilters) {
   TestMesh mesh;
   EXPECT_FALSE(mesh.GetElementIDIterator().HasNext());
-  EXPECT_EQ(mesh.GetElementIDIterator().Next(), -1);
-  EXPECT_EQ(mesh.GetVertexIDIterator().Next(), -1);
-  EXPECT_EQ(mesh.GetElementSetIDIterator().Next(), -1);
+  EXPECT_EQ(std::tuple(mesh.GetElementIDIterator().Next(), mesh.GetVertexIDIterator().Next(),
+                       mesh.GetElementSetIDIterator().Next()),
+            std::tuple(-1, -1, -1));
 
   const CHU_DPolyLine line = Line({P(0, 0), P(1, 0)});
   const CHU_DPolygon ring = Ring({P(0, 0), P(1, 0), P(1, 1)});
