@@ -102,12 +102,9 @@ TEST(MifImportTest, HeaderTextsColumnsAndWrappedBounds) {
             std::vector<std::string>({"300", "\"WindowsLatin1\"", "\";\""}));
   EXPECT_EQ(in.GetDelimiterChar(), ';');
   EXPECT_EQ(in.GetCoordSys(), "NonEarth Units \"m\"");  // Bounds on the next line belong to it
-  double x0, y0, x1, y1;
-  ASSERT_TRUE(in.GetBounds(x0, y0, x1, y1));
-  EXPECT_EQ(std::vector<double>({x0, y0, x1, y1}), std::vector<double>({-10.5, -20, 110, 220.25}));
-  std::vector<std::string> columns(4);
-  for (int i = 0; i < 4; ++i) in.GetDataStr(i, columns[static_cast<std::size_t>(i)]);
-  EXPECT_EQ(columns, std::vector<std::string>({"Name Char(20)", "Depth Float", "Count Integer", "Built Undefined"}));
+  EXPECT_EQ(Bounds(in), std::vector<double>({-10.5, -20, 110, 220.25}));
+  EXPECT_EQ(Columns(in, 4),
+            std::vector<std::string>({"Name Char(20)", "Depth Float", "Count Integer", "Built Undefined"}));
   EXPECT_EQ(in.GetColumnTypeText(0), "char (20)");
   EXPECT_EQ(CHU_MIDMIFFileImport::Unquote(in.GetCharset()), "WindowsLatin1");
   EXPECT_EQ(in.GetDataItem(1)->GetSize(), -1);  // written back with three decimals
@@ -207,9 +204,7 @@ TEST(MifImportTest, UnitFlagsAskingForUsUnitsConvertEveryValueReadFromMetres) {
               "\"4 5\"\n", 0, 1);
   file.in->SetElevationColumn(0);
   const double ft = 3.28084;
-  double x0, y0, x1, y1;
-  ASSERT_TRUE(file.in->GetBounds(x0, y0, x1, y1));
-  EXPECT_EQ(std::vector<double>({x0, y0, x1, y1}), std::vector<double>({0, -ft, 10 * ft, 2 * ft}));
+  EXPECT_EQ(Bounds(*file.in), std::vector<double>({0, -ft, 10 * ft, 2 * ft}));
   CHU_DPolyLine line;
   file.in->ReadNextDataType();
   ASSERT_TRUE(file.in->ReadPLine(line));

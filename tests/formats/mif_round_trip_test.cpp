@@ -89,12 +89,8 @@ TEST(MifRoundTripTest, RandomObjectsComeBackWithTheirVerticesAndValues) {
   CHU_MIDMIFFileImport in(dir.File("r.mid"), dir.File("r.mif"), 0, 0);
   ASSERT_TRUE(in.OpenFiles());
   ASSERT_TRUE(in.ReadHeader()) << in.GetLastError();
-  std::vector<std::string> columns(4);
-  for (int i = 0; i < 4; ++i) in.GetDataStr(i, columns[static_cast<std::size_t>(i)]);
-  EXPECT_EQ(columns, std::vector<std::string>({"ID Integer", "NAME Char(30)", "DEPTH Float", "LEVEL Double"}));
-  double x0, y0, x1, y1;
-  ASSERT_TRUE(in.GetBounds(x0, y0, x1, y1));
-  EXPECT_EQ(std::vector<double>({x0, y0, x1, y1}), std::vector<double>({-1e5, -1e5, 1e5, 1e5}));
+  EXPECT_EQ(Columns(in, 4), std::vector<std::string>({"ID Integer", "NAME Char(30)", "DEPTH Float", "LEVEL Double"}));
+  EXPECT_EQ(Bounds(in), std::vector<double>({-1e5, -1e5, 1e5, 1e5}));
   const std::vector<Object> read = ReadBack(in);
   ASSERT_EQ(read.size(), written.size());
   for (std::size_t i = 0; i < read.size(); ++i) EXPECT_EQ(read[i], written[i]) << "object " << i;

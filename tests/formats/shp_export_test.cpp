@@ -4,6 +4,7 @@
 
 #include <tuple>
 
+#include "formats/shp_test_files.h"
 #include "hy_util/formats/shp_export.h"
 #include "support/recording_application.h"
 #include "support/temp_dir.h"
@@ -93,12 +94,9 @@ TEST_F(ShpExportTest, EveryKindRoundTripsWithItsAttributes) {
       got = Vertices(*polygons[0]);
     }
     EXPECT_EQ(got, c.expected) << c.type;
-    std::vector<std::string> types(3), values(3);
-    for (int f = 0; f < 3; ++f) {
-      in.GetDataType(f, types[static_cast<std::size_t>(f)]);
-      in.GetSHPData(0, f, values[static_cast<std::size_t>(f)]);
-    }
-    EXPECT_EQ(types, (std::vector<std::string>{"string", "int", "double"}));
+    std::vector<std::string> values(3);
+    for (int f = 0; f < 3; ++f) in.GetSHPData(0, f, values[static_cast<std::size_t>(f)]);
+    EXPECT_EQ(hytest::DataTypes(in, 3), (std::vector<std::string>{"string", "int", "double"}));
     EXPECT_EQ(values, (std::vector<std::string>{"Culvert \"A\"", "-42", "12.375"}));
     EXPECT_TRUE(in.CompareShapeData(1, 2, "13.375"));
   }

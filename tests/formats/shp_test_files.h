@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "hy_util/formats/shp_file.h"
 #include "hy_util/formats/shp_handles.h"
 
 namespace hytest {
@@ -34,6 +35,13 @@ inline void WriteShapes(const std::string& base, int shapeType, const std::vecto
   DBFAddField(dbf.get(), "NAME", FTString, 12, 0);
   for (std::size_t i = 0; i < names.size(); ++i)
     DBFWriteStringAttribute(dbf.get(), static_cast<int>(i), 0, names[i].c_str());
+}
+
+// The type names of the first count attribute fields.
+inline std::vector<std::string> DataTypes(const CHU_SHP& shp, int count) {
+  std::vector<std::string> types(static_cast<std::size_t>(count));
+  for (int f = 0; f < count; ++f) shp.GetDataType(f, types[static_cast<std::size_t>(f)]);
+  return types;
 }
 
 // A square outer ring (clockwise, closed) around a square hole (anticlockwise, closed).

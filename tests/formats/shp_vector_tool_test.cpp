@@ -74,9 +74,7 @@ TEST_F(VectorToolTest, ConvertToMifAndBackKeepsRingsValuesAndTypes) {
   ASSERT_EQ(in.GetPolygon(0, rings), 2);
   EXPECT_EQ(rings[0]->GetCount(), 5);
   EXPECT_LT(rings[0]->GetSignedArea(), 0);  // outer ring clockwise, as shapefiles want
-  std::vector<std::string> types(3);
-  for (int f = 0; f < 3; ++f) in.GetDataType(f, types[static_cast<std::size_t>(f)]);
-  EXPECT_EQ(types, (std::vector<std::string>{"string", "double", "int"}));
+  EXPECT_EQ(hytest::DataTypes(in, 3), (std::vector<std::string>{"string", "double", "int"}));
   EXPECT_TRUE(in.CompareShapeData(1, 0, "Field, north"));
   EXPECT_TRUE(in.CompareShapeData(1, 1, "0.125"));
   EXPECT_TRUE(in.CompareShapeData(1, 2, "-1"));
