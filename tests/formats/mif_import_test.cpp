@@ -220,8 +220,7 @@ TEST(MifImportTest, ReadPointsCollectsEveryPointWithProgress) {
   Opened file = OpenData("import_every_keyword");
   CHU_DPointArray points;
   EXPECT_EQ(file.in->ReadPoints(points, true), 5);  // three points and a multipoint of two
-  EXPECT_EQ(app.progressSteps, 100);
-  EXPECT_EQ(app.progressStops, 1);
+  EXPECT_EQ(std::pair(app.progressSteps, app.progressStops), std::pair(100, 1));
   ASSERT_FALSE(app.progressPositions.empty());
   EXPECT_EQ(app.progressPositions.back(), 100);
   EXPECT_TRUE(std::is_sorted(app.progressPositions.begin(), app.progressPositions.end()));

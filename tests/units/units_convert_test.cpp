@@ -104,15 +104,12 @@ TEST(UnitsConvert, TheFirstMatchingRowWinsAndExplicitNamesReachTheOthers) {
 
 TEST(UnitsConvert, TheDimensionlessRowMatchesOnlyWhenNoNameIsWanted) {
   std::string name = "untouched";
-  EXPECT_EQ(U::UnitsFind("-"), 0);
-  EXPECT_EQ(U::UnitsFind("-", &name), -1);
-  EXPECT_EQ(U::UnitsFind("1/DAY"), 0);
-  EXPECT_EQ(U::UnitsFind_Size("hrs"), 0);
-  EXPECT_EQ(U::UnitsFind_Size("hrs", &name), -1);
+  EXPECT_EQ(std::tuple(U::UnitsFind("-"), U::UnitsFind("-", &name), U::UnitsFind("1/DAY"), U::UnitsFind_Size("hrs"),
+                       U::UnitsFind_Size("hrs", &name)),
+            std::tuple(0, -1, 0, 0, -1));
   EXPECT_EQ(U::UnitsConvert("%", 7.0, &name), 7.0);
   EXPECT_EQ(name, "untouched");
-  EXPECT_EQ(U::InFromUnits("sec", nullptr, 0), 1);
-  EXPECT_EQ(U::InFromUnits("sec", &name, 0), 0);
+  EXPECT_EQ(std::pair(U::InFromUnits("sec", nullptr, 0), U::InFromUnits("sec", &name, 0)), std::pair(1, 0));
 }
 
 TEST(UnitsConvert, NamesFoldCaseButAreNeitherTrimmedNorCutAtANul) {
