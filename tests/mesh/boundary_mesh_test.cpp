@@ -204,7 +204,7 @@ TEST(BoundaryMeshTest, SplitGivesEveryElementButTheFirstItsOwnVertex) {
   EXPECT_NE(split.front(), shared);
   EXPECT_EQ(split.front(), split.back());  // the ring is still closed on the new vertex
   EXPECT_EQ(mesh.FindAllVerticesAtPosition(B).size(), 2u);
-  EXPECT_EQ(mesh.SplitVertex(shared) + mesh.SplitVertex(12345), 0);
+  EXPECT_EQ(std::pair(mesh.SplitVertex(shared), mesh.SplitVertex(12345)), std::pair(0, 0));
 }
 
 TEST(BoundaryMeshTest, RemovingElementsAndVerticesDropsOrphansOnly) {
