@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <tuple>
+
 #include "formats/shp_test_files.h"
 #include "grids/binary_grid_test_writer.h"
 #include "hy_util/formats/shp_export.h"
@@ -29,12 +31,12 @@ class VectorToolTest : public ::testing::Test {
     DBFAddField(dbf.get(), "NAME", FTString, 20, 0);
     DBFAddField(dbf.get(), "DEPTH", FTDouble, 12, 3);
     DBFAddField(dbf.get(), "LANES", FTInteger, 4, 0);
-    DBFWriteStringAttribute(dbf.get(), 0, 0, "Pond");
-    DBFWriteDoubleAttribute(dbf.get(), 0, 1, 2.5);
-    DBFWriteIntegerAttribute(dbf.get(), 0, 2, 3);
-    DBFWriteStringAttribute(dbf.get(), 1, 0, "Field, north");
-    DBFWriteDoubleAttribute(dbf.get(), 1, 1, 0.125);
-    DBFWriteIntegerAttribute(dbf.get(), 1, 2, -1);
+    for (const auto& [row, name, depth, lanes] :
+         {std::tuple(0, "Pond", 2.5, 3), std::tuple(1, "Field, north", 0.125, -1)}) {
+      DBFWriteStringAttribute(dbf.get(), row, 0, name);
+      DBFWriteDoubleAttribute(dbf.get(), row, 1, depth);
+      DBFWriteIntegerAttribute(dbf.get(), row, 2, lanes);
+    }
     return base + ".shp";
   }
 
