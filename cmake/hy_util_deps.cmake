@@ -4,26 +4,23 @@ find_package(ZLIB REQUIRED)
 find_package(Threads REQUIRED)
 find_package(Boost 1.74 REQUIRED)
 
-if(NOT TARGET hy_util::libdeflate)
-  find_path(HY_LIBDEFLATE_INCLUDE_DIR libdeflate.h)
-  find_library(HY_LIBDEFLATE_LIBRARY NAMES deflate)
-  if(NOT HY_LIBDEFLATE_INCLUDE_DIR OR NOT HY_LIBDEFLATE_LIBRARY)
-    message(FATAL_ERROR "libdeflate not found (Debian package libdeflate-dev)")
+# An imported target for a library found by its header and library name, made
+# once (the installed package may include this file again).
+function(hy_import_library target header library debian_package)
+  if(TARGET ${target})
+    return()
   endif()
-  add_library(hy_util::libdeflate UNKNOWN IMPORTED)
-  set_target_properties(hy_util::libdeflate PROPERTIES
-    IMPORTED_LOCATION "${HY_LIBDEFLATE_LIBRARY}"
-    INTERFACE_INCLUDE_DIRECTORIES "${HY_LIBDEFLATE_INCLUDE_DIR}")
-endif()
+  string(TOUPPER "${library}" name)
+  find_path(HY_${name}_INCLUDE_DIR ${header})
+  find_library(HY_${name}_LIBRARY NAMES ${library})
+  if(NOT HY_${name}_INCLUDE_DIR OR NOT HY_${name}_LIBRARY)
+    message(FATAL_ERROR "${library} not found (Debian package ${debian_package})")
+  endif()
+  add_library(${target} UNKNOWN IMPORTED)
+  set_target_properties(${target} PROPERTIES
+    IMPORTED_LOCATION "${HY_${name}_LIBRARY}"
+    INTERFACE_INCLUDE_DIRECTORIES "${HY_${name}_INCLUDE_DIR}")
+endfunction()
 
-if(NOT TARGET hy_util::shapelib)
-  find_path(HY_SHAPELIB_INCLUDE_DIR shapefil.h)
-  find_library(HY_SHAPELIB_LIBRARY NAMES shp)
-  if(NOT HY_SHAPELIB_INCLUDE_DIR OR NOT HY_SHAPELIB_LIBRARY)
-    message(FATAL_ERROR "shapelib not found (Debian package libshp-dev)")
-  endif()
-  add_library(hy_util::shapelib UNKNOWN IMPORTED)
-  set_target_properties(hy_util::shapelib PROPERTIES
-    IMPORTED_LOCATION "${HY_SHAPELIB_LIBRARY}"
-    INTERFACE_INCLUDE_DIRECTORIES "${HY_SHAPELIB_INCLUDE_DIR}")
-endif()
+hy_import_library(hy_util::libdeflate libdeflate.h deflate libdeflate-dev)
+hy_import_library(hy_util::shapelib shapefil.h shp libshp-dev)

@@ -98,11 +98,7 @@ bool CHU_MIDMIFFileExport::ExPline(const CHU_DPolyLine& line, const std::vector<
   const int n = line.GetCount();
   if (n == 0) return false;
   std::string out = "\nPline " + std::to_string(n) + "\n";
-  for (int i = 0; i < n; ++i) {
-    CHU_DPoint p(*line.GetAt(i));
-    AdjustUnitsPt(p);
-    AppendXY(out, p.x, p.y);
-  }
+  AppendSection(out, line);
   out += "    Pen (1,2,0)\n";
   OutStringMIF(out);
   OutDataMID(values);
@@ -119,16 +115,21 @@ bool CHU_MIDMIFFileExport::ExPline(const CHU_DPolyLineArray& sections, const std
   std::string out = "\nPline Multiple " + std::to_string(kept.size()) + "\n";
   for (const CHU_DPolyLine* section : kept) {
     out += std::to_string(section->GetCount()) + "\n";
-    for (int i = 0; i < section->GetCount(); ++i) {
-      CHU_DPoint p(*section->GetAt(i));
-      AdjustUnitsPt(p);
-      AppendXY(out, p.x, p.y);
-    }
+    AppendSection(out, *section);
   }
   out += "    Pen (1,2,0)\n";
   OutStringMIF(out);
   OutDataMID(values);
   return true;
+}
+
+// A line's vertices, one "x y" line each, in the output units.
+void CHU_MIDMIFFileExport::AppendSection(std::string& out, const CHU_DPolyLine& line) const {
+  for (int i = 0; i < line.GetCount(); ++i) {
+    CHU_DPoint p(*line.GetAt(i));
+    AdjustUnitsPt(p);
+    AppendXY(out, p.x, p.y);
+  }
 }
 
 void CHU_MIDMIFFileExport::AppendRing(std::string& out, const CHU_DPolygon& ring) const {

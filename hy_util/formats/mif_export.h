@@ -95,6 +95,7 @@ class CHU_MIDMIFFileExport : public CHU_MIDMIFFile {
   bool UnitConversionAsked() const { return m_unitFlagA == 0 && m_unitFlagB == 1; }
   // The row as OutDataMID writes it; adjustValues applies AdjustUnitsVal.
   std::string FormatRow(const std::vector<std::string>& values, bool adjustValues) const;
+  void AppendSection(std::string& out, const CHU_DPolyLine& line) const;
   void AppendRing(std::string& out, const CHU_DPolygon& ring) const;
   static void AppendXY(std::string& out, double x, double y);
   static std::string Quoted(const std::string& text);
