@@ -21,6 +21,8 @@
 #include <limits>
 #include <system_error>
 
+#include "hy_util/core/plain_decimal.h"
+
 namespace hu_cscan {
 
 inline bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
@@ -34,9 +36,6 @@ inline const char* SkipSpace(const char* p, const char* end) {
   while (p != end && IsSpace(*p)) ++p;
   return p;
 }
-
-inline constexpr double kPowersOfTen[16] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 // "%d": optional sign and decimal digits. The digits are read as a 64-bit long
 // (saturating, as strtol does) and then stored into 32 bits, which wraps: glibc
@@ -172,24 +171,11 @@ Real ConvertReal(const RealText& text) {
 // not white space. Returns where it stopped, or nullptr when the text is not plain
 // and must take the general path.
 inline const char* ScanPlainDecimal(const char* p, const char* end, double& value) {
-  const bool negative = p != end && *p == '-';
-  if (negative) ++p;
-  std::uint64_t mantissa = 0;
-  const char* const digitsStart = p;
-  for (; p != end && IsDigit(*p); ++p) mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
-  int digits = static_cast<int>(p - digitsStart);
-  int fractionDigits = 0;
-  if (p != end && *p == '.') {
-    const char* const fractionStart = ++p;
-    for (; p != end && IsDigit(*p); ++p) mantissa = mantissa * 10 + static_cast<unsigned>(*p - '0');
-    fractionDigits = static_cast<int>(p - fractionStart);
-    digits += fractionDigits;
-  }
-  if (digits == 0 || digits > 15) return nullptr;
-  if (p != end && (Lower(*p) == 'e' || Lower(*p) == 'x')) return nullptr;
-  const double magnitude = static_cast<double>(mantissa) / kPowersOfTen[fractionDigits];
-  value = negative ? -magnitude : magnitude;
-  return p;
+  double plain = 0.0;
+  const char* const stop = HU_ScanPlainDecimal(p, end, plain);
+  if (stop == nullptr || (stop != end && (Lower(*stop) == 'e' || Lower(*stop) == 'x'))) return nullptr;
+  value = plain;
+  return stop;
 }
 
 // "%lf".
